@@ -1,0 +1,77 @@
+// The forms platform's view of a control: position and size in twips, own
+// visibility and enabled state, stacking, focus and immediate repaint, and the
+// container it sits in. Mixed into the Qt widget that stands for each control.
+#pragma once
+
+#include "platform/RuntimeError.h"
+
+#include <QColor>
+#include <QWidget>
+#include <QtMath>
+
+namespace tessaly {
+
+// All geometry of the panel is in twips; the arithmetic fixes 15 to the pixel.
+inline constexpr int TwipsPerPixel = 15;
+
+inline int ToPixels(double twips) { return qRound(twips / TwipsPerPixel); }
+inline float ToTwips(int pixels) { return float(pixels * TwipsPerPixel); }
+
+inline QColor RGB(int red, int green, int blue) { return QColor(red, green, blue); }
+
+template <class Widget>
+class FormControl : public Widget {
+public:
+    using Widget::Widget;
+
+    float Left() const { return ToTwips(this->x()); }
+    float Top() const { return ToTwips(this->y()); }
+    float Width() const { return ToTwips(this->width()); }
+    float Height() const { return ToTwips(this->height()); }
+    void setLeft(float twips) { this->move(ToPixels(twips), this->y()); }
+    void setTop(float twips) { this->move(this->x(), ToPixels(twips)); }
+    void setWidth(float twips) { this->resize(ToPixels(twips), this->height()); }
+    void setHeight(float twips) { this->resize(this->width(), ToPixels(twips)); }
+    void Move(float left, float top) { this->move(ToPixels(left), ToPixels(top)); }
+    void Move(float left, float top, float width, float height)
+    {
+        this->setGeometry(ToPixels(left), ToPixels(top), ToPixels(width), ToPixels(height));
+    }
+
+    // The control's own setting, whatever its container shows.
+    bool Visible() const { return !this->isHidden(); }
+    bool Enabled() const { return !this->testAttribute(Qt::WA_ForceDisabled); }
+
+    // Brings the control to the front of its container.
+    void ZOrder() { this->raise(); }
+
+    // Gives the control the keyboard focus; a hidden or disabled control
+    // cannot take it.
+    void SetFocus()
+    {
+        if (!this->isVisible() || !this->isEnabled())
+            Raise(errInvalidProcedureCall, QStringLiteral("Invalid procedure call or argument"));
+        this->setFocus(Qt::OtherFocusReason);
+    }
+
+    // Repaints the control at once, if it is on view.
+    void Refresh()
+    {
+        if (this->isVisible())
+            this->repaint();
+    }
+
+    QWidget* Container() const { return this->parentWidget(); }
+    // Moves the control into another container, keeping its Left, Top and
+    // its own visibility, now measured in the new container.
+    void setContainer(QWidget* container)
+    {
+        const bool shown = !this->isHidden();
+        const QPoint at = this->pos();
+        this->setParent(container);
+        this->move(at);
+        this->setVisible(shown);
+    }
+};
+
+} // namespace tessaly

@@ -1,0 +1,50 @@
+#include "platform/RuntimeError.h"
+
+#include <new>
+#include <utility>
+
+namespace tessaly {
+
+RuntimeError::RuntimeError(int32_t number, QString description)
+    : m_number(number)
+    , m_description(std::move(description))
+{
+}
+
+void Raise(int32_t number, const QString& description)
+{
+    throw RuntimeError(number, description);
+}
+
+void ErrRecord::Clear()
+{
+    Number = 0;
+    Description.clear();
+}
+
+void ErrRecord::Capture(std::exception_ptr error)
+{
+    try {
+        std::rethrow_exception(std::move(error));
+    } catch (const RuntimeError& e) {
+        Number = e.number();
+        Description = e.description();
+    } catch (const std::bad_alloc&) {
+        Number = errOutOfMemory;
+        Description = QStringLiteral("Out of memory");
+    } catch (const std::exception& e) {
+        Number = errAutomation;
+        Description = QString::fromLocal8Bit(e.what());
+    } catch (...) {
+        Number = errInternal;
+        Description = QStringLiteral("Internal error");
+    }
+}
+
+ErrRecord& Err()
+{
+    thread_local ErrRecord record;
+    return record;
+}
+
+} // namespace tessaly
