@@ -6,6 +6,7 @@
 #include "platform/RuntimeError.h"
 
 #include <QColor>
+#include <QFont>
 #include <QWidget>
 #include <QtMath>
 
@@ -60,6 +61,11 @@ public:
         if (this->isVisible())
             this->repaint();
     }
+
+    // The font's name, size in points and weight, one at a time.
+    void setFontName(const QString& name) { QFont f = this->font(); f.setFamily(name); this->setFont(f); }
+    void setFontSize(float points) { QFont f = this->font(); f.setPointSizeF(points); this->setFont(f); }
+    void setFontBold(bool bold) { QFont f = this->font(); f.setBold(bold); this->setFont(f); }
 
     QWidget* Container() const { return this->parentWidget(); }
     // Moves the control into another container, keeping its Left, Top and

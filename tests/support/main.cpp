@@ -1,4 +1,7 @@
-// Runs a test binary headless: the offscreen platform unless one is chosen.
+// Runs a test binary headless: the offscreen platform unless one is chosen,
+// with every modal dialog answered.
+#include "support/DialogAnswerer.h"
+
 #include <QApplication>
 
 #include <gtest/gtest.h>
@@ -8,6 +11,8 @@ int main(int argc, char** argv)
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication app(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("TessalyTests"));
+    DialogAnswerer::InstallGuard();
     ::testing::InitGoogleTest(&argc, argv);
     return RUN_ALL_TESTS();
 }

@@ -1,0 +1,61 @@
+// Tessaly: an embeddable settings panel for CDMA handsets. A host places the
+// panel in a window, fills its pages with the handset's NV items through the
+// methods below, and reads the values back after the user has edited them.
+// The panel has a fixed size of 720 by 562 pixels and draws its own skin.
+//
+// The methods are also callable by name through Qt's meta-object system.
+// Page numbers: 0 "System NAM1", 1 "General", 2 "Data", 3 the six MIP
+// profiles, 4 "Feature", 5 "MMS", 6 "SMS/EMS", 7 "WAP", 8 "BREW", 12 "LBS",
+// 13 "Calibration", 14 to 19 the MIP profiles 0 to 5, 20 "System NAM2".
+#pragma once
+
+#include <tessaly/tessaly_export.h>
+
+#include <QString>
+#include <QWidget>
+
+#include <cstdint>
+#include <memory>
+
+namespace tessaly {
+class Panel;
+}
+
+class TESSALY_EXPORT Tessaly : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit Tessaly(QWidget* parent = nullptr);
+    ~Tessaly() override;
+
+    // Writes a value cell: its text and how it may be edited. Column 1 is the
+    // first value column; for page 3, `col` 1 to 6 are the profiles 0 to 5.
+    // FormatType's length limits the text; ComboStr lists choices joined by
+    // "|". An empty FormatType or ComboStr keeps the one stored before.
+    Q_INVOKABLE void AddItemToGrd(int16_t Part, const QString& FormatType, bool IsNumber, bool ReadOnly,
+                                  const QString& ComboStr, const QString& InputStr, int32_t row,
+                                  int32_t col);
+    // Writes an item title into column 0; `col` must be 0. An item titled
+    // "LOCK CODE" follows the phone number that the user types.
+    Q_INVOKABLE void AddItemToGrid2(int16_t Part, const QString& FormatType, bool ReadOnly,
+                                    const QString& ComboStr, const QString& InputStr, int32_t row,
+                                    int32_t col);
+    // Reads a value cell as it stands; column 0 is the first value column, and
+    // for page 3 `col` 0 to 5 are the profiles 0 to 5.
+    Q_INVOKABLE QString GetItemFromGrd(int16_t Part, int32_t row, int32_t col);
+    // Sets a page's number of item rows. Page 3 sets the six profile pages
+    // with it, page 0 also page 20. Call it before filling the page.
+    Q_INVOKABLE void SetNVFieldItemCount(int16_t Part, int16_t count);
+    // Kept for hosts written against earlier panels; they have no effect.
+    Q_INVOKABLE void SetGrid1Rows(int16_t Number);
+    Q_INVOKABLE void SetGrid2Rows(int16_t Number);
+    Q_INVOKABLE void SetSettingRows(int16_t Number);
+    Q_INVOKABLE void SetSystemRows(int16_t Number);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    friend tessaly::Panel& PanelOf(Tessaly& panel);
+    std::unique_ptr<tessaly::Panel> const d;
+};

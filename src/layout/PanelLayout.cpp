@@ -1,0 +1,166 @@
+// The panel's controls as the layout stores them: kind, name, container,
+// place and look. Controls are made from the bottom of each container's
+// stacking order to the top, so that each lies over those made before it.
+#include "panel/Panel.h"
+
+#include "layout/LayoutFonts.h"
+
+#include <tessaly/Tessaly.h>
+
+namespace tessaly {
+
+namespace {
+
+template <class Control>
+Control* Place(QWidget* container, const char* name, int left, int top, int width, int height)
+{
+    auto* control = new Control(container);
+    control->setObjectName(QLatin1String(name));
+    control->Move(left, top, width, height);
+    return control;
+}
+
+QFont LayoutFont(const QString& family, double points, bool bold = false)
+{
+    QFont font(family);
+    font.setPointSizeF(points);
+    font.setBold(bold);
+    return font;
+}
+
+const QString Tahoma = QStringLiteral("Tahoma");
+const QString Gulim = QStringLiteral("굴림");
+
+// A transparent caption.
+Label* PlaceLabel(QWidget* container, const char* name, int left, int top, int width, int height,
+                  const QString& caption)
+{
+    auto* label = Place<Label>(container, name, left, top, width, height);
+    label->setCaption(caption);
+    return label;
+}
+
+// A display-only value box of the basic information page.
+TextBox* PlaceInfoBox(QWidget* container, const char* name, int top)
+{
+    auto* box = Place<TextBox>(container, name, 2760, top, 2835, 300);
+    box->setFrame(false);
+    box->setEnabled(false);
+    box->setFont(LayoutFont(Tahoma, 11.25, true));
+    SetControlColors(*box, QColor(0xFE, 0xF8, 0xDC), {});
+    return box;
+}
+
+// A hidden holder of one bitmap, out of sight beyond the panel's edge.
+Image* PlaceBitmap(QWidget* container, const char* name, int left, int top, int width, int height)
+{
+    auto* image = Place<Image>(container, name, left, top, width, height);
+    image->hide();
+    return image;
+}
+
+} // namespace
+
+void Panel::BuildLayout()
+{
+    LoadLayoutFonts();
+    QWidget* panel = &UserControl;
+    panel->setObjectName(QStringLiteral("Tessaly"));
+    panel->resize(ToPixels(21000), ToPixels(15750));
+    panel->setFont(LayoutFont(Tahoma, 9.75, true));
+    SetControlColors(*panel, QColor(0xC3, 0xC3, 0xC3), {});
+
+    imageReadDim = PlaceBitmap(panel, "imageReadDim", 480, 10320, 870, 450);
+    imageReadOver = PlaceBitmap(panel, "imageReadOver", 1560, 10320, 870, 450);
+    imageReadSel = PlaceBitmap(panel, "imageReadSel", 480, 10800, 870, 450);
+    imageReadIdle = PlaceBitmap(panel, "imageReadIdle", 1560, 10800, 870, 450);
+    imageWriteIdle = PlaceBitmap(panel, "imageWriteIdle", 1560, 12000, 870, 450);
+    imageWriteSel = PlaceBitmap(panel, "imageWriteSel", 480, 12000, 870, 450);
+    imageWriteOver = PlaceBitmap(panel, "imageWriteOver", 1560, 11520, 870, 450);
+    imageWriteDim = PlaceBitmap(panel, "imageWriteDim", 480, 11520, 870, 450);
+    imageExitIdle = PlaceBitmap(panel, "imageExitIdle", 1560, 12960, 870, 450);
+    imageExitSel = PlaceBitmap(panel, "imageExitSel", 480, 12960, 870, 450);
+    imageExitOver = PlaceBitmap(panel, "imageExitOver", 1560, 12480, 870, 450);
+    imageExitDim = PlaceBitmap(panel, "imageExitDim", 480, 12480, 870, 450);
+    imageUndoIdle = PlaceBitmap(panel, "imageUndoIdle", 10800, 10800, 1665, 405);
+    imageUndoSel = PlaceBitmap(panel, "imageUndoSel", 10800, 10320, 1665, 405);
+    imageUndoOver = PlaceBitmap(panel, "imageUndoOver", 10800, 9840, 1665, 405);
+    imageUndoDim = PlaceBitmap(panel, "imageUndoDim", 10800, 9360, 1665, 405);
+    imageBasicInfo2 = PlaceBitmap(panel, "imageBasicInfo2", 12840, 4080, 6750, 7005);
+    imageMinize = PlaceBitmap(panel, "imageMinize", 14160, 12480, 270, 270);
+    imageClose = PlaceBitmap(panel, "imageClose", 14640, 12480, 270, 270);
+    imageCloseSel = PlaceBitmap(panel, "imageCloseSel", 14640, 12840, 270, 270);
+    imageMinimizeSel = PlaceBitmap(panel, "imageMinimizeSel", 14160, 12840, 270, 270);
+
+    lblTitleShadow = PlaceLabel(panel, "lblTitleShadow", 645, 135, 9255, 360, QStringLiteral("Orven Tessaly"));
+    lblTitleShadow->setForeColor(Qt::white);
+    Shape1 = Place<Shape>(panel, "Shape1", 320, 1280, 375, 5100);
+    Shape1->setFillColor(QColor(0xFA, 0xFA, 0xFA));
+    imgWndMin = Place<Image>(panel, "imgWndMin", 10020, 120, 255, 255);
+    imgWndClose = Place<Image>(panel, "imgWndClose", 10320, 120, 255, 255);
+    lblTitle = PlaceLabel(panel, "lblTitle", 630, 120, 9255, 375, QStringLiteral("Orven Tessaly"));
+    lblDataTitle = PlaceLabel(panel, "lblDataTitle", 4015, 645, 4095, 495, QStringLiteral("Basic Information"));
+    lblDataTitle->setForeColor(QColor(0xFF, 0xD9, 0x4F));
+    lblDataTitle->setFont(LayoutFont(Tahoma, 18));
+    lblModelPortInfo = PlaceLabel(panel, "lblModelPortInfo", 480, 830, 2535, 375, QStringLiteral("Mode Name"));
+    lblModelPortInfo->setForeColor(QColor(0x51, 0x51, 0x51));
+    lblModelPortInfo->setAlignment(Qt::AlignHCenter | Qt::AlignTop);
+    lblProcess = PlaceLabel(panel, "lblProcess", 480, 6660, 1335, 375, QString());
+    lblProcess->setFont(LayoutFont(Tahoma, 14.25));
+    picCommand.Adopt(0, Place<PictureBox>(panel, "picCommand", 360, 7520, 879, 460));
+
+    fraBasicInfo = Place<Frame>(panel, "fraBasicInfo", 3840, 1320, 6735, 6855);
+    fraBasicInfo->setFont(LayoutFont(Gulim, 9));
+    imgDataBack = Place<Image>(fraBasicInfo, "imgDataBack", 0, 0, 7260, 7020);
+    imgDataBack->setEnabled(false);
+    imgDataBack->setAttribute(Qt::WA_TransparentForMouseEvents);
+    txtLifeCnt = PlaceInfoBox(fraBasicInfo, "txtLifeCnt", 3240);
+    txtLifeTimer = PlaceInfoBox(fraBasicInfo, "txtLifeTimer", 2760);
+    txtMEID = PlaceInfoBox(fraBasicInfo, "txtMEID", 2280);
+    txtWarrantyDate = PlaceInfoBox(fraBasicInfo, "txtWarrantyDate", 1320);
+    txtPhoneSWVer = PlaceInfoBox(fraBasicInfo, "txtPhoneSWVer", 840);
+    txtESN = PlaceInfoBox(fraBasicInfo, "txtESN", 1800);
+
+    Frame* page0 = Place<Frame>(panel, "fraFlexGrid", 11040, 600, 2775, 2175);
+    page0->setBackColor(QColor(0xFF, 0xFF, 0xC0));
+    page0->setFont(LayoutFont(Tahoma, 8.25));
+    fraFlexGrid.Adopt(0, page0);
+    auto* grid0 = Place<MSFlexGrid>(page0, "MSFlexGrid1", 0, 0, 2415, 1800);
+    grid0->setRows(5);
+    grid0->setCols(10);
+    grid0->setBackColorBkg(Qt::white);
+    grid0->setGridColor(QColor(0xC0, 0xC0, 0xC0));
+    grid0->setGridColorFixed(QColor(0xD7, 0xD7, 0xD7));
+    MSFlexGrid1.Adopt(0, grid0);
+    cboEditCell.Adopt(0, Place<ComboBox>(page0, "cboEditCell", 240, 240, 1695, 315));
+    auto* text0 = Place<TextBox>(page0, "txtEdit", 360, 600, 1335, 360);
+    text0->setText(QStringLiteral("Text2"));
+    txtEdit.Adopt(0, text0);
+
+    OrvenTreeView1 = Place<OrvenTreeView>(panel, "OrvenTreeView1", 330, 1260, 2865, 5190);
+    picCommand.Adopt(1, Place<PictureBox>(panel, "picCommand", 1300, 7520, 879, 460));
+    picCommand.Adopt(2, Place<PictureBox>(panel, "picCommand", 2250, 7520, 879, 460));
+
+    fraMIPProfile = Place<Frame>(panel, "fraMIPProfile", 3840, 9240, 6735, 6855);
+    fraMIPProfile->setFont(LayoutFont(Gulim, 9));
+    imgMIPProfile = Place<Image>(fraMIPProfile, "imgMIPProfile", 0, 0, 6750, 7005);
+    Label1 = PlaceLabel(fraMIPProfile, "Label1", 3960, 960, 1815, 375, QStringLiteral("Number Of Profiles"));
+    for (int profile : {4, 5, 3, 2, 1, 0}) {
+        auto* button = Place<OptionButton>(fraMIPProfile, "rbMIPProfile", 600, 840 + 480 * profile, 3135, 495);
+        button->setText(QStringLiteral("MIP Profile %1").arg(profile));
+        SetControlColors(*button, Qt::white, {});
+        rbMIPProfile.Adopt(profile, button);
+    }
+    cmbProfileCount = Place<ComboBox>(fraMIPProfile, "cmbProfileCount", 4200, 1440, 1215, 360);
+
+    picCommand.Adopt(3, Place<PictureBox>(panel, "picCommand", 8840, 680, 1670, 375));
+    pbProgressBg = Place<PictureBox>(panel, "pbProgressBg", 480, 7080, 2535, 255);
+    pbProgress = Place<PictureBox>(panel, "pbProgress", 480, 8880, 2535, 255);
+    fralabelPercent = Place<Frame>(panel, "fralabelPercent", 1800, 6760, 1215, 260);
+    fralabelPercent->setBackColor(QColor(0xD7, 0xD7, 0xD7));
+    lblPercent = PlaceLabel(fralabelPercent, "lblPercent", 0, 0, 1215, 260, QString());
+    lblPercent->setAlignment(Qt::AlignRight | Qt::AlignTop);
+    lblPercent->setFont(LayoutFont(Tahoma, 8.25, true));
+}
+
+} // namespace tessaly

@@ -1,0 +1,144 @@
+// The panel object behind Tessaly: every control of the panel, all its state,
+// its start-up and end, and the routines and event handlers that act on the
+// controls. The handlers live in the source files of their subsystems.
+#pragma once
+
+#include "pages/PageRecords.h"
+#include "platform/Arrays.h"
+#include "platform/ControlArray.h"
+#include "platform/Controls.h"
+#include "platform/MSFlexGrid.h"
+#include "platform/OrvenTreeView.h"
+
+#include <cstdint>
+
+class Tessaly;
+
+namespace tessaly {
+
+class Panel {
+public:
+    explicit Panel(Tessaly& userControl);
+    Panel(const Panel&) = delete;
+    Panel& operator=(const Panel&) = delete;
+
+    // Host interface: cells and rows.
+    void AddItemToGrd(int16_t Part, const QString& FormatType, bool IsNumber, bool ReadOnly,
+                      const QString& ComboStr, const QString& InputStr, int32_t row, int32_t col);
+    void AddItemToGrid2(int16_t Part, const QString& FormatType, bool ReadOnly,
+                        const QString& ComboStr, const QString& InputStr, int32_t row, int32_t col);
+    QString GetItemFromGrd(int16_t Part, int32_t row, int32_t col);
+    void SetNVFieldItemCount(int16_t Part, int16_t count);
+    void SetGrid1Rows(int16_t Number);
+    void SetGrid2Rows(int16_t Number);
+    void SetSettingRows(int16_t Number);
+    void SetSystemRows(int16_t Number);
+
+    // Events of the panel itself.
+    void UserControl_Initialize();
+    void UserControl_Paint();
+    void UserControl_Terminate();
+    void OrvenTreeView1_Click();
+
+    // A page's control set.
+    void LoadTabControls(int16_t page);
+    void InitFlexGrid(int16_t page);
+    void UnloadTabControls(int16_t page);
+    int16_t FindAddedTabByName(const QString& name) const;
+    QString FindAddedTabByNumber(int16_t number, int16_t& index) const;
+    void MemoryFree();
+
+    // Tree and pages.
+    void InitTreeCtrl();
+    void SetFraFlexGridVisible(int16_t page, bool visible);
+
+    // Cells and titles.
+    void SetCellForeColor(int16_t Part, int32_t row, int32_t col, bool ReadOnly);
+    void SetFlexGridTitleAll();
+    void SetFlexGridTitle(int16_t page, int16_t first, int16_t last);
+
+    // The controls. The layout makes them (src/layout), start-up dresses them.
+    Tessaly& UserControl;
+    ControlArray<Frame> fraFlexGrid{QStringLiteral("fraFlexGrid")};
+    ControlArray<MSFlexGrid> MSFlexGrid1{QStringLiteral("MSFlexGrid1")};
+    ControlArray<ComboBox> cboEditCell{QStringLiteral("cboEditCell")};
+    ControlArray<TextBox> txtEdit{QStringLiteral("txtEdit")};
+    ControlArray<PictureBox> picCommand{QStringLiteral("picCommand")};
+    ControlArray<OptionButton> rbMIPProfile{QStringLiteral("rbMIPProfile")};
+    OrvenTreeView* OrvenTreeView1 = nullptr;
+    Frame* fraBasicInfo = nullptr;
+    Frame* fraMIPProfile = nullptr;
+    Frame* fralabelPercent = nullptr;
+    ComboBox* cmbProfileCount = nullptr;
+    PictureBox* pbProgress = nullptr;
+    PictureBox* pbProgressBg = nullptr;
+    Label* lblPercent = nullptr;
+    Label* lblProcess = nullptr;
+    Label* lblModelPortInfo = nullptr;
+    Label* lblDataTitle = nullptr;
+    Label* lblTitle = nullptr;
+    Label* lblTitleShadow = nullptr;
+    Label* Label1 = nullptr;
+    TextBox* txtPhoneSWVer = nullptr;
+    TextBox* txtWarrantyDate = nullptr;
+    TextBox* txtESN = nullptr;
+    TextBox* txtMEID = nullptr;
+    TextBox* txtLifeTimer = nullptr;
+    TextBox* txtLifeCnt = nullptr;
+    Image* imgDataBack = nullptr;
+    Image* imgMIPProfile = nullptr;
+    Image* imgWndMin = nullptr;
+    Image* imgWndClose = nullptr;
+    Shape* Shape1 = nullptr;
+
+    // The bitmap store: hidden images whose pictures are copied into the
+    // controls on view when their state changes.
+    Image* imageMinimizeSel = nullptr;
+    Image* imageCloseSel = nullptr;
+    Image* imageClose = nullptr;
+    Image* imageMinize = nullptr;
+    Image* imageBasicInfo2 = nullptr;
+    Image* imageUndoDim = nullptr;
+    Image* imageUndoOver = nullptr;
+    Image* imageUndoSel = nullptr;
+    Image* imageUndoIdle = nullptr;
+    Image* imageExitDim = nullptr;
+    Image* imageExitOver = nullptr;
+    Image* imageExitSel = nullptr;
+    Image* imageExitIdle = nullptr;
+    Image* imageWriteDim = nullptr;
+    Image* imageWriteOver = nullptr;
+    Image* imageWriteSel = nullptr;
+    Image* imageWriteIdle = nullptr;
+    Image* imageReadIdle = nullptr;
+    Image* imageReadSel = nullptr;
+    Image* imageReadOver = nullptr;
+    Image* imageReadDim = nullptr;
+
+    // Panel state.
+    Array2D<CellAttr> g_arrCellAttr;
+    Array1D<AddedTab> g_arrAddedTab;
+    Array1D<LockCodeCell> g_arrLockCodeCells;
+    int16_t g_nLastTab = 0;
+    int16_t g_nActiveCommand = 0;
+    int16_t g_nEditPart = 0;
+    int16_t g_nEditRow = 0;
+    int16_t g_nEditCol = 0;
+    int32_t g_lTotalProgressCount = 0;
+    int32_t g_lSubTotalProgressCount = 0;
+    int32_t g_lProgressCount = 0;
+    bool g_bNVReadDone = false;
+    bool g_bCommandBusy = false;
+    int16_t g_nMaxGridCols = 0;
+    int16_t g_nMaxGridRows = 0;
+
+private:
+    void BuildLayout();
+    void WriteCell(int16_t page, int32_t row, int32_t col, const QString& FormatType, bool IsNumber,
+                   bool ReadOnly, const QString& ComboStr, const QString& InputStr);
+};
+
+} // namespace tessaly
+
+// The panel object behind a Tessaly widget.
+tessaly::Panel& PanelOf(Tessaly& panel);

@@ -1,0 +1,49 @@
+#include <tessaly/Tessaly.h>
+
+#include "panel/Panel.h"
+
+using tessaly::Panel;
+
+Tessaly::Tessaly(QWidget* parent)
+    : QWidget(parent)
+    , d(std::make_unique<Panel>(*this))
+{
+}
+
+Tessaly::~Tessaly()
+{
+    d->UserControl_Terminate();
+}
+
+void Tessaly::AddItemToGrd(int16_t Part, const QString& FormatType, bool IsNumber, bool ReadOnly,
+                           const QString& ComboStr, const QString& InputStr, int32_t row, int32_t col)
+{
+    d->AddItemToGrd(Part, FormatType, IsNumber, ReadOnly, ComboStr, InputStr, row, col);
+}
+
+void Tessaly::AddItemToGrid2(int16_t Part, const QString& FormatType, bool ReadOnly,
+                             const QString& ComboStr, const QString& InputStr, int32_t row, int32_t col)
+{
+    d->AddItemToGrid2(Part, FormatType, ReadOnly, ComboStr, InputStr, row, col);
+}
+
+QString Tessaly::GetItemFromGrd(int16_t Part, int32_t row, int32_t col)
+{
+    return d->GetItemFromGrd(Part, row, col);
+}
+
+void Tessaly::SetNVFieldItemCount(int16_t Part, int16_t count) { d->SetNVFieldItemCount(Part, count); }
+void Tessaly::SetGrid1Rows(int16_t Number) { d->SetGrid1Rows(Number); }
+void Tessaly::SetGrid2Rows(int16_t Number) { d->SetGrid2Rows(Number); }
+void Tessaly::SetSettingRows(int16_t Number) { d->SetSettingRows(Number); }
+void Tessaly::SetSystemRows(int16_t Number) { d->SetSystemRows(Number); }
+
+void Tessaly::paintEvent(QPaintEvent* /*event*/)
+{
+    d->UserControl_Paint();
+}
+
+tessaly::Panel& PanelOf(Tessaly& panel)
+{
+    return *panel.d;
+}

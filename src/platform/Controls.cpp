@@ -1,0 +1,143 @@
+#include "platform/Controls.h"
+
+#include <QPainter>
+
+namespace tessaly {
+
+void SetControlColors(QWidget& control, const QColor& back, const QColor& fore)
+{
+    QPalette palette = control.palette();
+    if (back.isValid()) {
+        palette.setColor(QPalette::Window, back);
+        palette.setColor(QPalette::Base, back);
+        palette.setColor(QPalette::Button, back);
+        control.setAutoFillBackground(true);
+    }
+    if (fore.isValid()) {
+        palette.setColor(QPalette::WindowText, fore);
+        palette.setColor(QPalette::Text, fore);
+        palette.setColor(QPalette::ButtonText, fore);
+    }
+    control.setPalette(palette);
+}
+
+// Copies what a loaded array element takes over from its model.
+template <class Control>
+static void CopyCommon(Control& element, const Control& model)
+{
+    element.setGeometry(model.geometry());
+    element.setFont(model.font());
+    element.setPalette(model.palette());
+    element.setAutoFillBackground(model.autoFillBackground());
+    element.setEnabled(model.Enabled());
+}
+
+Frame::Frame(QWidget* parent)
+    : FormControl(parent)
+{
+    setFrameShape(QFrame::NoFrame);
+}
+
+void Frame::CopyFrom(const Frame& model)
+{
+    CopyCommon(*this, model);
+}
+
+Label::Label(QWidget* parent)
+    : FormControl(parent)
+{
+    setAttribute(Qt::WA_TranslucentBackground);
+    setAlignment(Qt::AlignLeft | Qt::AlignTop);
+}
+
+TextBox::TextBox(QWidget* parent)
+    : FormControl(parent)
+{
+}
+
+void TextBox::CopyFrom(const TextBox& model)
+{
+    CopyCommon(*this, model);
+    setText(model.text());
+    setMaxLength(model.MaxLength());
+    setFrame(model.hasFrame());
+    setReadOnly(model.isReadOnly());
+    setAlignment(model.alignment());
+}
+
+int TextBox::MaxLength() const
+{
+    return maxLength() >= NoLimit ? 0 : maxLength();
+}
+
+void TextBox::setMaxLength(int length)
+{
+    if (length < 0)
+        Raise(errInvalidPropertyValue, QStringLiteral("Invalid property value"));
+    QLineEdit::setMaxLength(length == 0 ? NoLimit : length);
+}
+
+ComboBox::ComboBox(QWidget* parent)
+    : FormControl(parent)
+{
+    setEditable(false);
+}
+
+void ComboBox::CopyFrom(const ComboBox& model)
+{
+    CopyCommon(*this, model);
+    for (int i = 0; i < model.count(); ++i)
+        addItem(model.itemText(i));
+}
+
+void ComboBox::setListIndex(int index)
+{
+    if (index < -1 || index >= count())
+        Raise(errInvalidPropertyValue, QStringLiteral("Invalid property value"));
+    setCurrentIndex(index);
+}
+
+OptionButton::OptionButton(QWidget* parent)
+    : FormControl(parent)
+{
+}
+
+PictureBox::PictureBox(QWidget* parent)
+    : FormControl(parent)
+{
+}
+
+void PictureBox::setPicture(const QPixmap& picture)
+{
+    m_picture = picture;
+    m_surface = picture;
+    update();
+}
+
+void PictureBox::Refresh()
+{
+    m_surface = m_picture;
+    update();
+}
+
+void PictureBox::paintEvent(QPaintEvent*)
+{
+    if (m_surface.isNull())
+        return;
+    QPainter painter(this);
+    painter.drawPixmap(0, 0, m_surface);
+}
+
+Image::Image(QWidget* parent)
+    : FormControl(parent)
+{
+    setAttribute(Qt::WA_TranslucentBackground);
+}
+
+Shape::Shape(QWidget* parent)
+    : FormControl(parent)
+{
+    setFrameShape(QFrame::NoFrame);
+}
+
+} // namespace tessaly

@@ -1,0 +1,88 @@
+#include "platform/OrvenTreeView.h"
+
+#include <QHeaderView>
+#include <QMouseEvent>
+#include <QTreeWidgetItemIterator>
+
+namespace tessaly {
+
+OrvenTreeView::OrvenTreeView(QWidget* parent)
+    : FormControl(parent)
+{
+    setHeaderHidden(true);
+    setColumnCount(1);
+    setSelectionMode(QAbstractItemView::SingleSelection);
+    setRootIsDecorated(true);
+    setUniformRowHeights(true);
+}
+
+void OrvenTreeView::AddRootNode(const QString& text)
+{
+    auto* node = new QTreeWidgetItem(this, QStringList(text));
+    node->setExpanded(true);
+}
+
+void OrvenTreeView::AddChildNode(const QString& text, const QString& parentText)
+{
+    QTreeWidgetItem* parent = nodeOrRaise(parentText);
+    new QTreeWidgetItem(parent, QStringList(text));
+    parent->setExpanded(true);
+}
+
+void OrvenTreeView::RemoveNode(const QString& text)
+{
+    delete FindNode(text);
+}
+
+void OrvenTreeView::SelectNode(const QString& text)
+{
+    QTreeWidgetItem* node = nodeOrRaise(text);
+    const QSignalBlocker quiet(this);
+    setCurrentItem(node);
+}
+
+QString OrvenTreeView::SelectedText() const
+{
+    const QList<QTreeWidgetItem*> selected = selectedItems();
+    return selected.isEmpty() ? QString() : selected.first()->text(0);
+}
+
+QTreeWidgetItem* OrvenTreeView::FindNode(const QString& text) const
+{
+    for (QTreeWidgetItemIterator it(const_cast<OrvenTreeView*>(this)); *it; ++it)
+        if ((*it)->text(0) == text)
+            return *it;
+    return nullptr;
+}
+
+QTreeWidgetItem* OrvenTreeView::nodeOrRaise(const QString& text) const
+{
+    QTreeWidgetItem* node = FindNode(text);
+    if (!node)
+        Raise(errInvalidProcedureCall, QStringLiteral("Node '%1' not found").arg(text));
+    return node;
+}
+
+// A click on a node selects it and raises Click, also when it was selected
+// already; a click beside the nodes raises nothing.
+void OrvenTreeView::mouseReleaseEvent(QMouseEvent* event)
+{
+    QTreeWidget::mouseReleaseEvent(event);
+    if (event->button() != Qt::LeftButton)
+        return;
+    QTreeWidgetItem* node = itemAt(event->position().toPoint());
+    if (node && node == currentItem() && node->isSelected())
+        emit Click();
+}
+
+void OrvenTreeView::keyPressEvent(QKeyEvent* event)
+{
+    QTreeWidgetItem* before = currentItem();
+    QTreeWidget::keyPressEvent(event);
+    if (currentItem() && currentItem() != before) {
+        currentItem()->setSelected(true);
+        emit Click();
+    }
+}
+
+} // namespace tessaly

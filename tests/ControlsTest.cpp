@@ -1,0 +1,226 @@
+// The forms controls in twips, control arrays, the dynamic arrays and the
+// page tree stand-in.
+#include "platform/Arrays.h"
+#include "platform/ControlArray.h"
+#include "platform/Controls.h"
+#include "platform/OrvenTreeView.h"
+
+#include <QSignalSpy>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+#include <memory>
+
+using namespace tessaly;
+
+namespace {
+
+template <class Call>
+int32_t ErrorNumberOf(Call&& call)
+{
+    try {
+        call();
+    } catch (const RuntimeError& error) {
+        return error.number();
+    }
+    return 0;
+}
+
+} // namespace
+
+TEST(FormControl, GeometryIsInTwipsAtFifteenToThePixel)
+{
+    QWidget form;
+    TextBox box(&form);
+    box.Move(3720, 1340, 6735, 6855);
+    EXPECT_EQ(box.geometry(), QRect(248, 89, 449, 457));
+    EXPECT_EQ(box.Left(), 3720.0f);
+    EXPECT_EQ(box.Top(), 1335.0f); // what the screen can hold: whole pixels
+    box.setWidth(879);
+    EXPECT_EQ(box.width(), 59);
+    EXPECT_EQ(box.Width(), 885.0f);
+}
+
+TEST(FormControl, ContainerCarriesPlaceAndOwnVisibility)
+{
+    QWidget form;
+    form.show();
+    Frame first(&form), second(&form);
+    second.hide();
+    Label label(&first);
+    label.Move(150, 300);
+    label.setContainer(&second);
+    EXPECT_EQ(label.Container(), &second);
+    EXPECT_EQ(label.pos(), QPoint(10, 20));
+    // Shown by its own setting, hidden with its container.
+    EXPECT_TRUE(label.Visible());
+    EXPECT_FALSE(label.isVisible());
+    second.show();
+    EXPECT_TRUE(label.isVisible());
+}
+
+TEST(FormControl, HiddenOrDisabledControlCannotTakeTheFocus)
+{
+    QWidget form;
+    form.show();
+    TextBox box(&form);
+    box.hide();
+    EXPECT_EQ(ErrorNumberOf([&] { box.SetFocus(); }), errInvalidProcedureCall);
+    box.show();
+    box.setEnabled(false);
+    EXPECT_FALSE(box.Enabled());
+    EXPECT_EQ(ErrorNumberOf([&] { box.SetFocus(); }), errInvalidProcedureCall);
+}
+
+TEST(FormControl, ComboListIndexAndTextLimits)
+{
+    ComboBox combo;
+    combo.AddItem(QStringLiteral("1"));
+    combo.AddItem(QStringLiteral("2"));
+    EXPECT_EQ(combo.ListIndex(), 0);
+    combo.setListIndex(-1);
+    EXPECT_EQ(combo.Text(), "");
+    combo.setListIndex(1);
+    EXPECT_EQ(combo.Text(), "2");
+    EXPECT_EQ(ErrorNumberOf([&] { combo.setListIndex(2); }), errInvalidPropertyValue);
+    EXPECT_EQ(combo.ListIndex(), 1);
+
+    TextBox box;
+    EXPECT_EQ(box.MaxLength(), 0);
+    box.setMaxLength(4);
+    QTest::keyClicks(&box, QStringLiteral("123456"));
+    EXPECT_EQ(box.Text(), "1234");
+    box.setMaxLength(0);
+    QTest::keyClicks(&box, QStringLiteral("56"));
+    EXPECT_EQ(box.Text(), "123456");
+}
+
+TEST(ControlArray, LoadedElementCopiesTheModelAndStartsHidden)
+{
+    QWidget form;
+    std::vector<int> wired;
+    ControlArray<TextBox> txtEdit(QStringLiteral("txtEdit"), [&](TextBox*, int index) { wired.push_back(index); });
+    auto* model = new TextBox(&form);
+    model->Move(360, 600, 1335, 360);
+    model->setText(QStringLiteral("Text2"));
+    model->setFontSize(8.25f);
+    txtEdit.Adopt(0, model);
+    txtEdit.Load(3);
+
+    TextBox* loaded = txtEdit(3);
+    EXPECT_EQ(loaded->objectName(), "txtEdit(3)");
+    EXPECT_EQ(model->objectName(), "txtEdit(0)");
+    EXPECT_EQ(loaded->parentWidget(), &form);
+    EXPECT_EQ(loaded->geometry(), model->geometry());
+    EXPECT_EQ(loaded->Text(), "Text2");
+    EXPECT_EQ(loaded->font().pointSizeF(), 8.25);
+    EXPECT_FALSE(loaded->Visible());
+    EXPECT_EQ(txtEdit.UBound(), 3);
+    EXPECT_EQ(wired, (std::vector<int>{0, 3}));
+}
+
+TEST(ControlArray, MissingAndDoubleElementsAreRunTimeErrors)
+{
+    QWidget form;
+    ControlArray<Frame> frames(QStringLiteral("fraFlexGrid"));
+    EXPECT_EQ(ErrorNumberOf([&] { frames.Load(1); }), errArrayElementMissing); // nothing to copy
+    frames.Adopt(0, new Frame(&form));
+    frames.Load(1);
+    EXPECT_EQ(ErrorNumberOf([&] { frames.Load(1); }), errObjectAlreadyLoaded);
+    try {
+        frames(2);
+        ADD_FAILURE() << "element 2 should not exist";
+    } catch (const RuntimeError& error) {
+        EXPECT_EQ(error.number(), errArrayElementMissing);
+        EXPECT_EQ(error.description(), "Control array element '2' doesn't exist");
+    }
+    frames.Unload(1);
+    EXPECT_FALSE(frames.exists(1));
+    EXPECT_EQ(frames.UBound(), 0);
+    EXPECT_EQ(form.findChildren<Frame*>().size(), 1);
+    EXPECT_EQ(ErrorNumberOf([&] { frames.Unload(1); }), errArrayElementMissing);
+}
+
+TEST(Arrays, OutOfBoundsIsSubscriptOutOfRange)
+{
+    Array1D<int> list;
+    EXPECT_EQ(list.UBound(), 0);
+    list.ReDimPreserve(2);
+    list(2) = 5;
+    list.ReDimPreserve(3);
+    EXPECT_EQ(list(2), 5);
+    EXPECT_EQ(ErrorNumberOf([&] { list(4); }), errSubscriptOutOfRange);
+    EXPECT_EQ(ErrorNumberOf([&] { list(-1); }), errSubscriptOutOfRange);
+
+    Array2D<int> store;
+    EXPECT_TRUE(store.IsSingle());
+    EXPECT_EQ(store.UBound(1), 0);
+    EXPECT_EQ(ErrorNumberOf([&] { store(0, 0); }), errSubscriptOutOfRange);
+    store.ReDim(2, 10);
+    store(2, 10) = 7;
+    store(1, 3) = 4;
+    EXPECT_EQ(ErrorNumberOf([&] { store(3, 0); }), errSubscriptOutOfRange);
+    EXPECT_EQ(ErrorNumberOf([&] { store(0, 11); }), errSubscriptOutOfRange);
+    store.ReDimKeep(3, 10);
+    EXPECT_EQ(store(2, 10), 7);
+    EXPECT_EQ(store(1, 3), 4);
+    EXPECT_EQ(store(3, 10), 0);
+    store.ReDimKeep(1, 10);
+    EXPECT_EQ(store.UBound(1), 1);
+    EXPECT_EQ(store(1, 3), 4);
+}
+
+class TreeViewTest : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        for (const char* node : {"Basic Information", "General", "MIP Profile", "Calibration"})
+            tree.AddRootNode(QLatin1String(node));
+        tree.AddChildNode(QStringLiteral("MIP Profile 0"), QStringLiteral("MIP Profile"));
+        tree.AddChildNode(QStringLiteral("MIP Profile 1"), QStringLiteral("MIP Profile"));
+        tree.resize(200, 300);
+        tree.show();
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(&tree));
+    }
+    void click(const QString& text)
+    {
+        QTest::mouseClick(tree.viewport(), Qt::LeftButton, {}, tree.visualItemRect(tree.FindNode(text)).center());
+    }
+    OrvenTreeView tree;
+};
+
+TEST_F(TreeViewTest, NodesAreFoundByTextAndRemovedWithTheirChildren)
+{
+    QTreeWidgetItem* profile = tree.FindNode(QStringLiteral("MIP Profile"));
+    ASSERT_EQ(profile->childCount(), 2);
+    EXPECT_EQ(profile->child(1)->text(0), "MIP Profile 1");
+    EXPECT_EQ(ErrorNumberOf([&] { tree.AddChildNode(QStringLiteral("x"), QStringLiteral("nowhere")); }),
+              errInvalidProcedureCall);
+    tree.RemoveNode(QStringLiteral("no such node"));
+    EXPECT_EQ(tree.topLevelItemCount(), 4);
+    tree.RemoveNode(QStringLiteral("MIP Profile"));
+    EXPECT_EQ(tree.FindNode(QStringLiteral("MIP Profile 0")), nullptr);
+    tree.AddRootNode(QStringLiteral("Extra"));
+    EXPECT_EQ(tree.topLevelItem(3)->text(0), "Extra");
+}
+
+TEST_F(TreeViewTest, UserSelectionRaisesClickCodeSelectionDoesNot)
+{
+    QSignalSpy clicks(&tree, &OrvenTreeView::Click);
+    tree.SelectNode(QStringLiteral("General"));
+    EXPECT_EQ(tree.SelectedText(), "General");
+    EXPECT_EQ(clicks.count(), 0);
+
+    click(QStringLiteral("MIP Profile 1"));
+    EXPECT_EQ(tree.SelectedText(), "MIP Profile 1");
+    EXPECT_EQ(clicks.count(), 1);
+    click(QStringLiteral("MIP Profile 1"));
+    EXPECT_EQ(clicks.count(), 2);
+
+    QTest::keyClick(&tree, Qt::Key_Down);
+    EXPECT_EQ(tree.SelectedText(), "Calibration");
+    EXPECT_EQ(clicks.count(), 3);
+    QTest::mouseClick(tree.viewport(), Qt::LeftButton, {}, QPoint(100, 290)); // below the nodes
+    EXPECT_EQ(clicks.count(), 3);
+}

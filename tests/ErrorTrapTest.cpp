@@ -1,0 +1,68 @@
+// The one error report: its line, its box, and how far an error travels.
+#include "frame/ReportError.h"
+#include "platform/Numeric.h"
+#include "support/DialogAnswerer.h"
+
+#include <QApplication>
+
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+
+using namespace tessaly;
+
+TEST(ErrorTrap, ReportLineCarriesLabelsNumberAndDescriptionBetweenTabs)
+{
+    DialogAnswerer answerer;
+    OnErrorReport("Event_Function", "events_StepIt", [] { ToInt16(40000); });
+    ASSERT_EQ(answerer.seen().size(), 1);
+    const SeenDialog& box = answerer.seen().first();
+    EXPECT_EQ(box.text, "Error[Event_Function/events_StepIt]:6\tOverflow\t");
+    EXPECT_EQ(box.icon, QMessageBox::NoIcon);
+    EXPECT_EQ(box.buttons, 1);
+    EXPECT_EQ(box.title, QApplication::applicationName());
+    // The handler ends the error: nothing is current afterwards.
+    EXPECT_EQ(Err().Number, 0);
+}
+
+TEST(ErrorTrap, NoCurrentErrorShowsNothing)
+{
+    DialogAnswerer answerer;
+    Err().Clear();
+    ReportError(QStringLiteral("Interface"), QStringLiteral("SetModelDLL"));
+    EXPECT_TRUE(answerer.seen().isEmpty());
+}
+
+TEST(ErrorTrap, ErrorEndsTheRoutineAndItsCallerGoesOn)
+{
+    DialogAnswerer answerer;
+    QStringList steps;
+    OnErrorReport("Event_Function", "Outer", [&] {
+        steps << "outer starts";
+        // An inner routine with a handler keeps its error to itself.
+        OnErrorReport("Common_Function", "Inner", [&] {
+            steps << "inner starts";
+            Raise(errSubscriptOutOfRange, QStringLiteral("Subscript out of range"));
+            steps << "inner goes on"; // never runs
+        });
+        steps << "outer goes on";
+        // A routine without a handler hands its error to the nearest caller that has one.
+        const auto withoutHandler = [] { Raise(errGridInvalidRow, QStringLiteral("Invalid Row value")); };
+        withoutHandler();
+        steps << "outer after the error"; // never runs
+    });
+    EXPECT_EQ(steps, QStringList({"outer starts", "inner starts", "outer goes on"}));
+    EXPECT_EQ(answerer.texts(), QStringList({"Error[Common_Function/Inner]:9\tSubscript out of range\t",
+                                             "Error[Event_Function/Outer]:30009\tInvalid Row value\t"}));
+}
+
+TEST(ErrorTrap, ForeignFailuresGetANumberAndADescription)
+{
+    DialogAnswerer answerer;
+    OnErrorReport("Interface", "GetAkey", [] { throw std::runtime_error("port closed"); });
+    OnErrorReport("Interface", "GetAkey", [] { throw std::bad_alloc(); });
+    OnErrorReport("Interface", "GetAkey", [] { throw 42; });
+    EXPECT_EQ(answerer.texts(), QStringList({"Error[Interface/GetAkey]:440\tport closed\t",
+                                             "Error[Interface/GetAkey]:7\tOut of memory\t",
+                                             "Error[Interface/GetAkey]:51\tInternal error\t"}));
+}

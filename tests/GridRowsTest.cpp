@@ -1,0 +1,117 @@
+// Item rows of the pages, with their twin pages, and the title rows that
+// start-up writes.
+#include "support/PanelFixture.h"
+
+using namespace tessaly;
+
+using GridRowsTest = PanelFixture;
+
+namespace {
+
+QStringList TitleRow(MSFlexGrid* grid)
+{
+    QStringList titles;
+    for (int col = 0; col < grid->Cols(); ++col)
+        titles << grid->TextMatrix(0, col);
+    return titles;
+}
+
+} // namespace
+
+TEST_F(GridRowsTest, ItemCountSetsRowsAndCarriesTheTwinPages)
+{
+    host->SetNVFieldItemCount(3, 12);
+    for (int page : {3, 14, 15, 16, 17, 18, 19})
+        EXPECT_EQ(grid(page)->Rows(), 13) << page;
+
+    host->SetNVFieldItemCount(0, 30);
+    EXPECT_EQ(grid(0)->Rows(), 31);
+    EXPECT_EQ(grid(20)->Rows(), 31);
+    host->SetNVFieldItemCount(20, 5);
+    EXPECT_EQ(grid(20)->Rows(), 6);
+    EXPECT_EQ(grid(0)->Rows(), 31);
+
+    host->SetNVFieldItemCount(4, 0);
+    EXPECT_EQ(grid(4)->Rows(), 1);
+    EXPECT_EQ(grid(4)->TextMatrix(0, 1), "VALUE");
+}
+
+TEST_F(GridRowsTest, RemainingRowsKeepTextAndDressAddedRowsArePlain)
+{
+    host->AddItemToGrd(1, {}, false, false, {}, QStringLiteral("kept"), 9, 1);
+    host->SetNVFieldItemCount(1, 10);
+    host->SetNVFieldItemCount(1, 120);
+    MSFlexGrid* g = grid(1);
+    EXPECT_EQ(g->Rows(), 121);
+    EXPECT_EQ(g->TextMatrix(9, 1), "kept");
+    g->setCol(1);
+    g->setRow(9);
+    EXPECT_EQ(g->CellBackColor(), RGB(240, 240, 240));
+    // Rows cut away and made again, and rows past 100, have the grid's defaults.
+    for (int row : {11, 50, 99, 100, 101, 120}) {
+        g->setRow(row);
+        EXPECT_FALSE(g->CellBackColor().isValid()) << row;
+        EXPECT_EQ(g->CellAlignment(), MSFlexGrid::General) << row;
+        EXPECT_NE(g->RowHeight(row), 300) << row;
+        EXPECT_EQ(g->TextMatrix(row, 1), "") << row;
+    }
+}
+
+TEST_F(GridRowsTest, RowsTheGridRefusesAreReported)
+{
+    DialogAnswerer answerer;
+    host->SetNVFieldItemCount(3, -1);
+    host->SetNVFieldItemCount(25, 4);
+    EXPECT_EQ(grid(14)->Rows(), 100); // the steps behind the failure did not run
+    EXPECT_EQ(answerer.texts(), QStringList({
+                                    "Error[Interface/SetNVFieldItemCount]:380\tInvalid property value\t",
+                                    "Error[Interface/SetNVFieldItemCount]:340\tControl array element '25' doesn't exist\t",
+                                }));
+}
+
+TEST_F(GridRowsTest, OldRowSettersChangeNothing)
+{
+    host->SetGrid1Rows(5);
+    host->SetGrid2Rows(5);
+    host->SetSettingRows(5);
+    host->SetSystemRows(5);
+    for (int page = 0; page <= 20; ++page)
+        EXPECT_EQ(grid(page)->Rows(), 100) << page;
+}
+
+TEST_F(GridRowsTest, EveryPageCarriesItsTitles)
+{
+    const auto numbered = [](int last) {
+        QStringList titles{"NV Items"};
+        for (int col = 1; col <= last; ++col)
+            titles << QStringLiteral("VALUE%1").arg(col);
+        return titles;
+    };
+    for (int page : {0, 20})
+        EXPECT_EQ(TitleRow(grid(page)), numbered(22)) << page;
+    EXPECT_EQ(TitleRow(grid(1)), numbered(3));
+    EXPECT_EQ(TitleRow(grid(3)), numbered(6));
+    EXPECT_EQ(TitleRow(grid(13)), numbered(40));
+    for (int page : {5, 6, 7, 8, 12})
+        EXPECT_EQ(TitleRow(grid(page)), numbered(2)) << page;
+    for (int page : {2, 4, 14, 15, 16, 17, 18, 19})
+        EXPECT_EQ(TitleRow(grid(page)), QStringList({"NV Items", "VALUE"})) << page;
+    for (int page : {9, 10, 11})
+        EXPECT_EQ(TitleRow(grid(page)).join(QString()), "") << page;
+}
+
+TEST_F(GridRowsTest, TitlesAreBoldAndCentred)
+{
+    MSFlexGrid* g = grid(5);
+    // Titling leaves the current cell on the last title.
+    EXPECT_EQ(g->Row(), 0);
+    EXPECT_EQ(g->Col(), 2);
+    for (int col = 0; col <= 2; ++col) {
+        g->setCol(col);
+        EXPECT_TRUE(g->CellFontBold()) << col;
+        EXPECT_EQ(g->FixedAlignment(col), MSFlexGrid::CenterCenter) << col;
+    }
+    g->setRow(1);
+    EXPECT_FALSE(g->CellFontBold());
+    EXPECT_EQ(grid(9)->FixedAlignment(0), -1);
+}

@@ -1,0 +1,150 @@
+// What a host finds when a new panel has started, and what it leaves behind
+// when it ends.
+#include "support/PanelFixture.h"
+
+#include <QPointer>
+
+using namespace tessaly;
+
+using StartupTest = PanelFixture;
+
+TEST_F(StartupTest, PanelHasItsFixedSizeAndShowsBasicInformation)
+{
+    EXPECT_EQ(host->size(), QSize(720, 562));
+    EXPECT_TRUE(panel().fraBasicInfo->isVisible());
+    EXPECT_FALSE(panel().fraMIPProfile->isVisible());
+    EXPECT_TRUE(shownPages().isEmpty());
+    EXPECT_EQ(panel().OrvenTreeView1->SelectedText(), "Basic Information");
+    EXPECT_EQ(panel().lblDataTitle->Caption(), "Basic Information");
+    EXPECT_EQ(panel().lblModelPortInfo->Caption(), "Mode Name");
+    // The frames of the pages all stand in one rectangle of the panel.
+    for (QWidget* page : {static_cast<QWidget*>(panel().fraBasicInfo), static_cast<QWidget*>(panel().fraMIPProfile),
+                          static_cast<QWidget*>(frame(0)), static_cast<QWidget*>(frame(20))})
+        EXPECT_EQ(page->geometry(), QRect(248, 89, 449, 457)) << qPrintable(page->objectName());
+    EXPECT_EQ(panel().lblTitleShadow->pos(), panel().lblTitle->pos() + QPoint(1, 1));
+}
+
+TEST_F(StartupTest, FieldsHoldTheirStartValues)
+{
+    Panel& p = panel();
+    EXPECT_EQ(p.g_nLastTab, 20);
+    EXPECT_EQ(p.g_nMaxGridCols, 41);
+    EXPECT_EQ(p.g_nMaxGridRows, 100);
+    EXPECT_EQ(p.g_nActiveCommand, -1);
+    EXPECT_FALSE(p.g_bNVReadDone);
+    EXPECT_FALSE(p.g_bCommandBusy);
+    // Every page has the cells of the widest: (41 + 1) x 100 + 1 records.
+    EXPECT_EQ(p.g_arrCellAttr.UBound(1), 20);
+    EXPECT_EQ(p.g_arrCellAttr.UBound(2), 4200);
+    EXPECT_EQ(p.g_arrAddedTab.UBound(), 0);
+    EXPECT_EQ(p.g_arrAddedTab(0).TabNumber, 0);
+    EXPECT_EQ(p.g_arrLockCodeCells.UBound(), 0);
+    EXPECT_EQ(p.cmbProfileCount->ListIndex(), -1);
+    ASSERT_EQ(p.cmbProfileCount->ListCount(), 6);
+    for (int i = 0; i < 6; ++i)
+        EXPECT_EQ(p.cmbProfileCount->itemText(i), QString::number(i + 1));
+}
+
+TEST_F(StartupTest, EveryPageHasItsControlSetInsideItsFrame)
+{
+    for (int page = 0; page <= 20; ++page) {
+        SCOPED_TRACE(page);
+        Frame* container = frame(page);
+        ASSERT_NE(container, nullptr);
+        EXPECT_FALSE(container->Visible());
+        for (const char* name : {"MSFlexGrid1", "cboEditCell", "txtEdit"}) {
+            QWidget* element = control(QStringLiteral("%1(%2)").arg(QLatin1String(name)).arg(page));
+            ASSERT_NE(element, nullptr) << name;
+            EXPECT_EQ(element->parentWidget(), container) << name;
+        }
+        EXPECT_FALSE(panel().txtEdit(page)->Visible());
+        EXPECT_FALSE(panel().cboEditCell(page)->Visible());
+        EXPECT_EQ(panel().txtEdit(page)->font().family(), "Tahoma");
+    }
+    EXPECT_EQ(control(QStringLiteral("MSFlexGrid1(21)")), nullptr);
+}
+
+TEST_F(StartupTest, GridsHaveTheirColumnCountsAndWidths)
+{
+    const int cols[21] = {23, 4, 2, 7, 2, 3, 3, 3, 3, 2, 10, 10, 3, 41, 2, 2, 2, 2, 2, 2, 23};
+    for (int page = 0; page <= 20; ++page) {
+        SCOPED_TRACE(page);
+        MSFlexGrid* g = grid(page);
+        EXPECT_EQ(g->Cols(), cols[page]);
+        EXPECT_EQ(g->Rows(), 100);
+        EXPECT_EQ(g->ColWidth(0), ToPixels(3500) * 15);
+        int width = 1500;
+        if (page == 1 || page == 13)
+            width = 1000;
+        else if (page == 2 || page == 4 || (page >= 14 && page <= 19))
+            width = 2800;
+        for (int col = 1; col < g->Cols(); ++col)
+            EXPECT_EQ(g->ColWidth(col), ToPixels(width) * 15) << "column " << col;
+        EXPECT_EQ(g->Width(), ToPixels(6735) * 15);
+    }
+}
+
+TEST_F(StartupTest, GridCellsAreAlignedAndOddRowsShaded)
+{
+    for (int page : {2, 9, 13}) {
+        MSFlexGrid* g = grid(page);
+        for (int row : {0, 1, 2, 3, 98, 99}) {
+            SCOPED_TRACE(testing::Message() << "page " << page << " row " << row);
+            EXPECT_EQ(g->RowHeight(row), 300);
+            for (int col : {0, g->Cols() - 1}) {
+                g->setRow(row);
+                g->setCol(col);
+                EXPECT_EQ(g->CellAlignment(), MSFlexGrid::LeftCenter);
+                EXPECT_EQ(g->CellBackColor(), row % 2 ? RGB(240, 240, 240) : QColor());
+            }
+        }
+        EXPECT_EQ(g->BackColorFixed(), RGB(188, 188, 188));
+        EXPECT_EQ(g->ForeColor(), RGB(73, 73, 73));
+        EXPECT_EQ(g->ForeColorFixed(), RGB(73, 73, 73));
+        EXPECT_EQ(g->GridColor(), RGB(215, 215, 215));
+        EXPECT_EQ(g->FontName(), "Tahoma");
+        EXPECT_EQ(g->FontSize(), 9.0f);
+    }
+}
+
+TEST_F(StartupTest, EndingThePanelRemovesItsControlsWithoutAReport)
+{
+    DialogAnswerer answerer;
+    QPointer<QWidget> grid13 = grid(13);
+    QPointer<QWidget> layoutGrid = grid(0);
+    host.reset();
+    EXPECT_TRUE(grid13.isNull());
+    EXPECT_TRUE(layoutGrid.isNull());
+    EXPECT_TRUE(answerer.seen().isEmpty());
+}
+
+TEST_F(StartupTest, MemoryFreeReleasesTheStoresAndEveryPage)
+{
+    Panel& p = panel();
+    p.MemoryFree();
+    EXPECT_TRUE(p.g_arrCellAttr.IsSingle());
+    EXPECT_EQ(p.g_arrCellAttr.UBound(1), 0);
+    for (int page = 0; page <= 20; ++page)
+        EXPECT_FALSE(p.MSFlexGrid1.exists(page) || p.fraFlexGrid.exists(page) || p.txtEdit.exists(page)
+                     || p.cboEditCell.exists(page));
+    EXPECT_EQ(host->findChildren<MSFlexGrid*>().size(), 0);
+    // Ending the panel afterwards finds nothing left to remove, and says so.
+    DialogAnswerer answerer;
+    host.reset();
+    ASSERT_EQ(answerer.texts().size(), 1);
+    EXPECT_EQ(answerer.texts().first(),
+              "Error[Common_Function/MemoryFree]:340\tControl array element '0' doesn't exist\t");
+}
+
+TEST_F(StartupTest, AddedTabLookupsBeforeAnyTabIsAdded)
+{
+    Panel& p = panel();
+    EXPECT_EQ(p.FindAddedTabByName(QStringLiteral("Extra")), -1);
+    // The one spare record has an empty name and the number 0.
+    EXPECT_EQ(p.FindAddedTabByName(QString()), 0);
+    int16_t index = 7;
+    EXPECT_EQ(p.FindAddedTabByNumber(21, index), QString());
+    EXPECT_EQ(index, 7);
+    EXPECT_EQ(p.FindAddedTabByNumber(0, index), QString());
+    EXPECT_EQ(index, 0);
+}

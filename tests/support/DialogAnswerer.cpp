@@ -1,0 +1,60 @@
+#include "support/DialogAnswerer.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QDialog>
+#include <QEvent>
+
+#include <gtest/gtest.h>
+
+namespace {
+DialogAnswerer* g_current = nullptr;
+}
+
+class DialogGuard : public QObject {
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        auto* dialog = qobject_cast<QDialog*>(watched);
+        if (event->type() != QEvent::Show || !dialog || !dialog->isModal())
+            return false;
+        SeenDialog seen{dialog->objectName(), dialog->windowTitle(), {}, QMessageBox::NoIcon, 0};
+        if (auto* box = qobject_cast<QMessageBox*>(dialog)) {
+            seen.text = box->text();
+            seen.icon = box->icon();
+            seen.buttons = int(box->buttons().size());
+        }
+        if (g_current)
+            g_current->m_seen.append(seen);
+        else
+            ADD_FAILURE() << "Unexpected dialog: " << qPrintable(seen.text) << " " << qPrintable(seen.objectName);
+        // Closed from the dialog's own event loop, as a click on OK would.
+        QMetaObject::invokeMethod(dialog, [dialog] { dialog->done(QDialog::Accepted); }, Qt::QueuedConnection);
+        return false;
+    }
+};
+
+DialogAnswerer::DialogAnswerer()
+{
+    EXPECT_EQ(g_current, nullptr) << "one answerer at a time";
+    g_current = this;
+}
+
+DialogAnswerer::~DialogAnswerer()
+{
+    g_current = nullptr;
+}
+
+QStringList DialogAnswerer::texts() const
+{
+    QStringList texts;
+    for (const SeenDialog& dialog : m_seen)
+        texts << dialog.text;
+    return texts;
+}
+
+void DialogAnswerer::InstallGuard()
+{
+    static DialogGuard guard;
+    qApp->installEventFilter(&guard);
+}

@@ -1,0 +1,36 @@
+// Answers the modal dialogs that the code under test opens, the way a user
+// would press OK, and records what each one said. While no answerer is alive,
+// a dialog that opens fails the running test and is closed all the same, so
+// that no test can hang on a box nobody answers.
+#pragma once
+
+#include <QMessageBox>
+#include <QObject>
+#include <QString>
+#include <QStringList>
+
+struct SeenDialog {
+    QString objectName;
+    QString title;
+    QString text; // a message box's text
+    QMessageBox::Icon icon = QMessageBox::NoIcon;
+    int buttons = 0;
+};
+
+class DialogAnswerer {
+public:
+    DialogAnswerer();
+    ~DialogAnswerer();
+    DialogAnswerer(const DialogAnswerer&) = delete;
+    DialogAnswerer& operator=(const DialogAnswerer&) = delete;
+
+    const QList<SeenDialog>& seen() const { return m_seen; }
+    QStringList texts() const;
+
+    // Installed once per test binary, by main.
+    static void InstallGuard();
+
+private:
+    friend class DialogGuard;
+    QList<SeenDialog> m_seen;
+};
