@@ -171,6 +171,15 @@ private:
     const CellStyle& currentStyle() const { return m_styles[size_t(cellIndex(m_row, m_col))]; }
     void checkRow(int row) const;
     void checkCol(int col) const;
+    // Sets Rows and Cols together, so that a change of both is checked
+    // against the cell limit once, for the final shape.
+    void reshape(int rows, int cols);
+    // Moves the current cell; RowColChange once if it changed.
+    void setCurrentCell(int row, int col);
+    // Sets TopRow and LeftCol together; Scroll once if either changed.
+    void scrollTo(int topRow, int leftCol);
+    // What a left press at this viewport position does to the current cell.
+    void pressAt(const QPoint& pos);
 
     // Geometry, in pixels of the viewport: the one place that maps rows and
     // columns to positions and back.
