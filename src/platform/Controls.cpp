@@ -1,5 +1,6 @@
 #include "platform/Controls.h"
 
+#include <QPaintEvent>
 #include <QPainter>
 
 namespace tessaly {
@@ -41,6 +42,19 @@ Frame::Frame(QWidget* parent)
 void Frame::CopyFrom(const Frame& model)
 {
     CopyCommon(*this, model);
+    setBackColor(model.m_backColor);
+}
+
+void Frame::setBackColor(const QColor& color)
+{
+    m_backColor = color;
+    update();
+}
+
+void Frame::paintEvent(QPaintEvent* event)
+{
+    if (m_backColor.isValid())
+        QPainter(this).fillRect(event->rect(), m_backColor);
 }
 
 Label::Label(QWidget* parent)
@@ -87,7 +101,15 @@ void ComboBox::CopyFrom(const ComboBox& model)
 {
     CopyCommon(*this, model);
     for (int i = 0; i < model.count(); ++i)
-        addItem(model.itemText(i));
+        AddItem(model.itemText(i));
+}
+
+void ComboBox::AddItem(const QString& item)
+{
+    const QSignalBlocker quiet(this);
+    const int chosen = currentIndex();
+    addItem(item);
+    setCurrentIndex(chosen);
 }
 
 void ComboBox::setListIndex(int index)

@@ -17,13 +17,21 @@ namespace tessaly {
 // Sets the colours a control paints with; an invalid colour leaves that role.
 void SetControlColors(QWidget& control, const QColor& back, const QColor& fore);
 
-// A container of other controls, without border or caption.
+// A container of other controls, without border or caption. Its back colour
+// is its own and does not pass to the controls inside it.
 class Frame : public FormControl<QFrame> {
     Q_OBJECT
 public:
     explicit Frame(QWidget* parent = nullptr);
     void CopyFrom(const Frame& model);
-    void setBackColor(const QColor& color) { SetControlColors(*this, color, {}); }
+    QColor BackColor() const { return m_backColor; }
+    void setBackColor(const QColor& color);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    QColor m_backColor;
 };
 
 // A caption; transparent over its container unless given a back colour.
@@ -64,7 +72,8 @@ public:
     explicit ComboBox(QWidget* parent = nullptr);
     void CopyFrom(const ComboBox& model);
 
-    void AddItem(const QString& item) { addItem(item); }
+    // Appends an item; the choice, or the lack of one, stays as it was.
+    void AddItem(const QString& item);
     void Clear() { clear(); }
     int ListCount() const { return count(); }
     // -1 when no item is chosen; a position outside the list is refused.
