@@ -69,16 +69,6 @@ TEST_F(GridRowsTest, RowsTheGridRefusesAreReported)
                                 }));
 }
 
-TEST_F(GridRowsTest, OldRowSettersChangeNothing)
-{
-    host->SetGrid1Rows(5);
-    host->SetGrid2Rows(5);
-    host->SetSettingRows(5);
-    host->SetSystemRows(5);
-    for (int page = 0; page <= 20; ++page)
-        EXPECT_EQ(grid(page)->Rows(), 100) << page;
-}
-
 TEST_F(GridRowsTest, EveryPageCarriesItsTitles)
 {
     const auto numbered = [](int last) {

@@ -103,17 +103,6 @@ TEST_F(TreeNavigationTest, ArrowKeysInTheTreeShowThePageOfTheNewNode)
     EXPECT_EQ(panel().lblDataTitle->Caption(), "System NAM2");
 }
 
-TEST_F(TreeNavigationTest, PageEditorsStackOverTheGrid)
-{
-    clickNode(QStringLiteral("WAP"));
-    const QObjectList stack = frame(7)->children();
-    const auto at = [&](const char* name) {
-        return stack.indexOf(control(QStringLiteral("%1(7)").arg(QLatin1String(name))));
-    };
-    EXPECT_LT(at("MSFlexGrid1"), at("cboEditCell"));
-    EXPECT_LT(at("cboEditCell"), at("txtEdit"));
-}
-
 TEST_F(TreeNavigationTest, NodeOfNoPageChangesTheTitleAndShowsNothing)
 {
     OrvenTreeView* tree = panel().OrvenTreeView1;

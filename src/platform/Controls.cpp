@@ -127,6 +127,9 @@ OptionButton::OptionButton(QWidget* parent)
 PictureBox::PictureBox(QWidget* parent)
     : FormControl(parent)
 {
+    // It paints every pixel itself, so redrawing it never asks its container
+    // to repaint underneath.
+    setAttribute(Qt::WA_OpaquePaintEvent);
 }
 
 void PictureBox::setPicture(const QPixmap& picture)
@@ -142,11 +145,10 @@ void PictureBox::Refresh()
     update();
 }
 
-void PictureBox::paintEvent(QPaintEvent*)
+void PictureBox::paintEvent(QPaintEvent* event)
 {
-    if (m_surface.isNull())
-        return;
     QPainter painter(this);
+    painter.fillRect(event->rect(), palette().window());
     painter.drawPixmap(0, 0, m_surface);
 }
 
