@@ -138,6 +138,7 @@ void Panel::BuildLayout()
     txtEdit.Adopt(0, text0);
 
     OrvenTreeView1 = Place<OrvenTreeView>(panel, "OrvenTreeView1", 330, 1260, 2865, 5190);
+    OrvenTreeView1->setFont(LayoutFont(Tahoma, 9)); // the tree's own, not the panel's title font
     picCommand.Adopt(1, Place<PictureBox>(panel, "picCommand", 1300, 7520, 879, 460));
     picCommand.Adopt(2, Place<PictureBox>(panel, "picCommand", 2250, 7520, 879, 460));
 
