@@ -449,3 +449,17 @@ TEST(FlexGridPaint, ChangesOnViewReachTheScreen)
     grid.setCellForeColor(Qt::blue);
     EXPECT_EQ(screenPixel(2, 1), QColor(Qt::blue));
 }
+
+TEST(FlexGridMetaObject, PropertiesAndCellsAreReachableByName)
+{
+    MSFlexGrid grid;
+    ASSERT_TRUE(grid.setProperty("Rows", 12));
+    EXPECT_EQ(grid.Rows(), 12);
+    ASSERT_TRUE(QMetaObject::invokeMethod(&grid, "setTextMatrix", Q_ARG(int, 11), Q_ARG(int, 1),
+                                          Q_ARG(QString, QStringLiteral("by name"))));
+    QString text;
+    ASSERT_TRUE(QMetaObject::invokeMethod(&grid, "TextMatrix", Q_RETURN_ARG(QString, text), Q_ARG(int, 11),
+                                          Q_ARG(int, 1)));
+    EXPECT_EQ(text, "by name");
+    EXPECT_EQ(grid.property("CellWidth").toInt(), grid.CellWidth());
+}

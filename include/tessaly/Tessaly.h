@@ -28,15 +28,15 @@ public:
     explicit Tessaly(QWidget* parent = nullptr);
     ~Tessaly() override;
 
-    // Writes a value cell: its text and how it may be edited. Column 1 is the
-    // first value column; for page 3, `col` 1 to 6 are the profiles 0 to 5.
-    // FormatType's length limits the text; ComboStr lists choices joined by
-    // "|". An empty FormatType or ComboStr keeps the one stored before.
+    // Writes a value cell: its text and how the user may edit it. Column 1 is
+    // the first value column; for page 3, `col` 1 to 6 are the profiles 0 to 5.
+    // FormatType's length is the most characters the value takes; ComboStr
+    // lists the choices, joined by "|". An empty FormatType or ComboStr keeps
+    // the one stored before.
     Q_INVOKABLE void AddItemToGrd(int16_t Part, const QString& FormatType, bool IsNumber, bool ReadOnly,
                                   const QString& ComboStr, const QString& InputStr, int32_t row,
                                   int32_t col);
-    // Writes an item title into column 0; `col` must be 0. An item titled
-    // "LOCK CODE" follows the phone number that the user types.
+    // Writes an item title into column 0; `col` must be 0.
     Q_INVOKABLE void AddItemToGrid2(int16_t Part, const QString& FormatType, bool ReadOnly,
                                     const QString& ComboStr, const QString& InputStr, int32_t row,
                                     int32_t col);
