@@ -80,6 +80,7 @@ int main(int argc, char** argv)
     }
 
     if (headless || options.isSet(screenshot)) {
+        QApplication::processEvents(); // let the shown page lay itself out
         const QString file = options.isSet(screenshot) ? options.value(screenshot)
                                                        : QDir::current().filePath(QStringLiteral("halvane.png"));
         if (!panel.grab().save(file)) {

@@ -48,6 +48,9 @@ void Frame::CopyFrom(const Frame& model)
 void Frame::setBackColor(const QColor& color)
 {
     m_backColor = color;
+    // A frame with a colour covers its container there: nothing beneath it
+    // needs painting.
+    setAttribute(Qt::WA_OpaquePaintEvent, color.isValid());
     update();
 }
 

@@ -194,7 +194,8 @@ private:
     void updateCell(int row, int col);
     void scrollToCurrent();
 
-    void paintCell(QPainter& painter, int row, int col, const QRect& rect) const;
+    void paintRows(QPainter& painter, int firstRow, int lastRow, int firstCol, int lastCol) const;
+    void paintCell(QPainter& painter, int row, int col, const QRect& rect, bool lines) const;
     void paintFocus(QPainter& painter) const;
 
     int m_rows = 0;
