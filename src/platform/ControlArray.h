@@ -7,7 +7,7 @@
 
 #include <QString>
 
-#include <functional>
+#include <utility>
 #include <vector>
 
 namespace tessaly {
@@ -15,10 +15,8 @@ namespace tessaly {
 template <class Control>
 class ControlArray {
 public:
-    // `wire` runs once for every element that joins the array, with its index.
-    explicit ControlArray(QString name, std::function<void(Control*, int)> wire = {})
+    explicit ControlArray(QString name)
         : m_name(std::move(name))
-        , m_wire(std::move(wire))
     {
     }
     ControlArray(const ControlArray&) = delete;
@@ -89,12 +87,9 @@ private:
         if (size_t(index) >= m_elements.size())
             m_elements.resize(size_t(index) + 1, nullptr);
         m_elements[size_t(index)] = element;
-        if (m_wire)
-            m_wire(element, index);
     }
 
     QString m_name;
-    std::function<void(Control*, int)> m_wire;
     std::vector<Control*> m_elements;
 };
 

@@ -5,8 +5,6 @@
 
 #include <QString>
 
-class QWidget;
-
 namespace tessaly {
 
 enum class MsgBoxStyle { OkOnly, Critical };
