@@ -4,6 +4,7 @@
 #include "panel/Panel.h"
 
 #include "layout/LayoutFonts.h"
+#include "layout/SkinArt.h"
 
 #include <tessaly/Tessaly.h>
 
@@ -28,9 +29,6 @@ QFont LayoutFont(const QString& family, double points, bool bold = false)
     return font;
 }
 
-const QString Tahoma = QStringLiteral("Tahoma");
-const QString Gulim = QStringLiteral("굴림");
-
 // A transparent caption.
 Label* PlaceLabel(QWidget* container, const char* name, int left, int top, int width, int height,
                   const QString& caption)
@@ -51,12 +49,38 @@ TextBox* PlaceInfoBox(QWidget* container, const char* name, int top)
     return box;
 }
 
-// A hidden holder of one bitmap, out of sight beyond the panel's edge.
+// A hidden holder of one bitmap of the skin, out of sight beyond the
+// panel's edge; the bitmap has the holder's name.
 Image* PlaceBitmap(QWidget* container, const char* name, int left, int top, int width, int height)
 {
     auto* image = Place<Image>(container, name, left, top, width, height);
+    image->setPicture(SkinPicture(image->objectName()));
     image->hide();
     return image;
+}
+
+// An image button of the command bar: it draws its command's caption in
+// its bitmap, so its name is told to screen readers and automation here.
+PictureBox* PlaceButton(QWidget* container, int left, int top, int width, int height, const QString& command)
+{
+    auto* button = Place<PictureBox>(container, "picCommand", left, top, width, height);
+    button->setAccessibleName(command);
+    return button;
+}
+
+// The panel draws the same whatever the desktop's colour scheme: the system
+// colours that the layout leaves to its controls are fixed here.
+QPalette LayoutPalette()
+{
+    QPalette palette(Qt::black, QColor(0xC3, 0xC3, 0xC3));
+    palette.setColor(QPalette::Base, Qt::white);
+    palette.setColor(QPalette::Text, Qt::black);
+    palette.setColor(QPalette::Button, QColor(0xF0, 0xF0, 0xF0));
+    palette.setColor(QPalette::ButtonText, Qt::black);
+    palette.setColor(QPalette::Highlight, QColor(0x33, 0x99, 0xFF));
+    palette.setColor(QPalette::HighlightedText, Qt::white);
+    palette.setColor(QPalette::Disabled, QPalette::Text, QColor(0x6D, 0x6D, 0x6D));
+    return palette;
 }
 
 } // namespace
@@ -68,7 +92,9 @@ void Panel::BuildLayout()
     panel->setObjectName(QStringLiteral("Tessaly"));
     panel->resize(ToPixels(21000), ToPixels(15750));
     panel->setFont(LayoutFont(Tahoma, 9.75, true));
-    SetControlColors(*panel, QColor(0xC3, 0xC3, 0xC3), {});
+    panel->setPalette(LayoutPalette());
+    Picture = SkinPicture(QStringLiteral("Tessaly"));
+    panel->setAttribute(Qt::WA_OpaquePaintEvent); // the panel paints all of itself
 
     imageReadDim = PlaceBitmap(panel, "imageReadDim", 480, 10320, 870, 450);
     imageReadOver = PlaceBitmap(panel, "imageReadOver", 1560, 10320, 870, 450);
@@ -97,7 +123,9 @@ void Panel::BuildLayout()
     Shape1 = Place<Shape>(panel, "Shape1", 320, 1280, 375, 5100);
     Shape1->setFillColor(QColor(0xFA, 0xFA, 0xFA));
     imgWndMin = Place<Image>(panel, "imgWndMin", 10020, 120, 255, 255);
+    imgWndMin->setAccessibleName(QStringLiteral("Minimize"));
     imgWndClose = Place<Image>(panel, "imgWndClose", 10320, 120, 255, 255);
+    imgWndClose->setAccessibleName(QStringLiteral("Close"));
     lblTitle = PlaceLabel(panel, "lblTitle", 630, 120, 9255, 375, QStringLiteral("Orven Tessaly"));
     lblDataTitle = PlaceLabel(panel, "lblDataTitle", 4015, 645, 4095, 495, QStringLiteral("Basic Information"));
     lblDataTitle->setForeColor(QColor(0xFF, 0xD9, 0x4F));
@@ -107,7 +135,7 @@ void Panel::BuildLayout()
     lblModelPortInfo->setAlignment(Qt::AlignHCenter | Qt::AlignTop);
     lblProcess = PlaceLabel(panel, "lblProcess", 480, 6660, 1335, 375, QString());
     lblProcess->setFont(LayoutFont(Tahoma, 14.25));
-    picCommand.Adopt(0, Place<PictureBox>(panel, "picCommand", 360, 7520, 879, 460));
+    picCommand.Adopt(0, PlaceButton(panel, 360, 7520, 879, 460, QStringLiteral("NV Read")));
 
     fraBasicInfo = Place<Frame>(panel, "fraBasicInfo", 3840, 1320, 6735, 6855);
     fraBasicInfo->setFont(LayoutFont(Gulim, 9));
@@ -128,24 +156,31 @@ void Panel::BuildLayout()
     auto* grid0 = Place<MSFlexGrid>(page0, "MSFlexGrid1", 0, 0, 2415, 1800);
     grid0->setRows(5);
     grid0->setCols(10);
+    grid0->setFont(LayoutFont(Tahoma, 8.25));
+    grid0->setBackColorFixed(QColor(0xC0, 0xC0, 0xC0));
     grid0->setBackColorBkg(Qt::white);
     grid0->setGridColor(QColor(0xC0, 0xC0, 0xC0));
     grid0->setGridColorFixed(QColor(0xD7, 0xD7, 0xD7));
     MSFlexGrid1.Adopt(0, grid0);
-    cboEditCell.Adopt(0, Place<ComboBox>(page0, "cboEditCell", 240, 240, 1695, 315));
+    auto* combo0 = Place<ComboBox>(page0, "cboEditCell", 240, 240, 1695, 315);
+    combo0->setFont(LayoutFont(Tahoma, 8.25));
+    cboEditCell.Adopt(0, combo0);
     auto* text0 = Place<TextBox>(page0, "txtEdit", 360, 600, 1335, 360);
     text0->setText(QStringLiteral("Text2"));
+    text0->setFont(LayoutFont(Tahoma, 8.25));
     txtEdit.Adopt(0, text0);
 
     OrvenTreeView1 = Place<OrvenTreeView>(panel, "OrvenTreeView1", 330, 1260, 2865, 5190);
     OrvenTreeView1->setFont(LayoutFont(Tahoma, 9)); // the tree's own, not the panel's title font
-    picCommand.Adopt(1, Place<PictureBox>(panel, "picCommand", 1300, 7520, 879, 460));
-    picCommand.Adopt(2, Place<PictureBox>(panel, "picCommand", 2250, 7520, 879, 460));
+    picCommand.Adopt(1, PlaceButton(panel, 1300, 7520, 879, 460, QStringLiteral("NV Write")));
+    picCommand.Adopt(2, PlaceButton(panel, 2250, 7520, 879, 460, QStringLiteral("Exit")));
 
     fraMIPProfile = Place<Frame>(panel, "fraMIPProfile", 3840, 9240, 6735, 6855);
     fraMIPProfile->setFont(LayoutFont(Gulim, 9));
     imgMIPProfile = Place<Image>(fraMIPProfile, "imgMIPProfile", 0, 0, 6750, 7005);
+    imgMIPProfile->setPicture(SkinPicture(imgMIPProfile->objectName()));
     Label1 = PlaceLabel(fraMIPProfile, "Label1", 3960, 960, 1815, 375, QStringLiteral("Number Of Profiles"));
+    Label1->setFont(LayoutFont(Gulim, 9));
     for (int profile : {4, 5, 3, 2, 1, 0}) {
         auto* button = Place<OptionButton>(fraMIPProfile, "rbMIPProfile", 600, 840 + 480 * profile, 3135, 495);
         button->setText(QStringLiteral("MIP Profile %1").arg(profile));
@@ -153,15 +188,34 @@ void Panel::BuildLayout()
         rbMIPProfile.Adopt(profile, button);
     }
     cmbProfileCount = Place<ComboBox>(fraMIPProfile, "cmbProfileCount", 4200, 1440, 1215, 360);
+    cmbProfileCount->setFont(LayoutFont(Gulim, 9));
 
-    picCommand.Adopt(3, Place<PictureBox>(panel, "picCommand", 8840, 680, 1670, 375));
+    auto* restore = PlaceButton(panel, 8840, 680, 1670, 375, QStringLiteral("Restore"));
+    restore->setPicture(SkinPicture(QStringLiteral("imageUndoIdle")));
+    picCommand.Adopt(3, restore);
+    // The two bars only show progress; they take no focus.
     pbProgressBg = Place<PictureBox>(panel, "pbProgressBg", 480, 7080, 2535, 255);
+    pbProgressBg->setPicture(SkinPicture(pbProgressBg->objectName()));
+    pbProgressBg->setFocusPolicy(Qt::NoFocus);
     pbProgress = Place<PictureBox>(panel, "pbProgress", 480, 8880, 2535, 255);
+    pbProgress->setPicture(SkinPicture(pbProgress->objectName()));
+    pbProgress->setFocusPolicy(Qt::NoFocus);
     fralabelPercent = Place<Frame>(panel, "fralabelPercent", 1800, 6760, 1215, 260);
     fralabelPercent->setBackColor(QColor(0xD7, 0xD7, 0xD7));
     lblPercent = PlaceLabel(fralabelPercent, "lblPercent", 0, 0, 1215, 260, QString());
     lblPercent->setAlignment(Qt::AlignRight | Qt::AlignTop);
     lblPercent->setFont(LayoutFont(Tahoma, 8.25, true));
+
+    // Qt's focus chain runs in the order of the layout's tab indexes among
+    // the controls that take the focus.
+    const QList<QWidget*> tabOrder = {
+        OrvenTreeView1, picCommand(0), txtLifeTimer, txtLifeCnt, txtMEID, picCommand(1), picCommand(2),
+        MSFlexGrid1(0), rbMIPProfile(4), rbMIPProfile(5), rbMIPProfile(3), rbMIPProfile(2), rbMIPProfile(1),
+        rbMIPProfile(0), cboEditCell(0), txtEdit(0), picCommand(3), cmbProfileCount, txtWarrantyDate,
+        txtPhoneSWVer, txtESN,
+    };
+    for (qsizetype i = 1; i < tabOrder.size(); ++i)
+        QWidget::setTabOrder(tabOrder[i - 1], tabOrder[i]);
 }
 
 } // namespace tessaly

@@ -9,6 +9,7 @@
 #include "platform/Controls.h"
 #include "platform/MSFlexGrid.h"
 #include "platform/OrvenTreeView.h"
+#include "platform/Pictures.h"
 
 #include <cstdint>
 
@@ -59,6 +60,7 @@ public:
 
     // The controls. The layout makes them (src/layout), start-up dresses them.
     Tessaly& UserControl;
+    QPixmap Picture; // the panel's background, under every control
     ControlArray<Frame> fraFlexGrid{QStringLiteral("fraFlexGrid")};
     ControlArray<MSFlexGrid> MSFlexGrid1{QStringLiteral("MSFlexGrid1")};
     ControlArray<ComboBox> cboEditCell{QStringLiteral("cboEditCell")};

@@ -2,6 +2,9 @@
 
 #include "panel/Panel.h"
 
+#include <QPaintEvent>
+#include <QPainter>
+
 using tessaly::Panel;
 
 Tessaly::Tessaly(QWidget* parent)
@@ -38,8 +41,14 @@ void Tessaly::SetGrid2Rows(int16_t Number) { d->SetGrid2Rows(Number); }
 void Tessaly::SetSettingRows(int16_t Number) { d->SetSettingRows(Number); }
 void Tessaly::SetSystemRows(int16_t Number) { d->SetSystemRows(Number); }
 
-void Tessaly::paintEvent(QPaintEvent* /*event*/)
+void Tessaly::paintEvent(QPaintEvent* event)
 {
+    QPainter painter(this); // clipped to what needs painting
+    if (d->Picture.isNull())
+        painter.fillRect(event->rect(), palette().window());
+    else
+        painter.drawPixmap(0, 0, d->Picture);
+    painter.end();
     d->UserControl_Paint();
 }
 

@@ -1,5 +1,7 @@
 #include "platform/Controls.h"
 
+#include "platform/MouseEvents.h"
+
 #include <QPaintEvent>
 #include <QPainter>
 
@@ -65,7 +67,12 @@ Label::Label(QWidget* parent)
 {
     setAttribute(Qt::WA_TranslucentBackground);
     setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    setMouseTracking(true);
 }
+
+void Label::mousePressEvent(QMouseEvent* event) { RaiseMouseEvent(*this, event); }
+void Label::mouseMoveEvent(QMouseEvent* event) { RaiseMouseEvent(*this, event); }
+void Label::mouseReleaseEvent(QMouseEvent* event) { RaiseMouseEvent(*this, event); }
 
 TextBox::TextBox(QWidget* parent)
     : FormControl(parent)
@@ -125,40 +132,6 @@ void ComboBox::setListIndex(int index)
 OptionButton::OptionButton(QWidget* parent)
     : FormControl(parent)
 {
-}
-
-PictureBox::PictureBox(QWidget* parent)
-    : FormControl(parent)
-{
-    // It paints every pixel itself, so redrawing it never asks its container
-    // to repaint underneath.
-    setAttribute(Qt::WA_OpaquePaintEvent);
-}
-
-void PictureBox::setPicture(const QPixmap& picture)
-{
-    m_picture = picture;
-    m_surface = picture;
-    update();
-}
-
-void PictureBox::Refresh()
-{
-    m_surface = m_picture;
-    update();
-}
-
-void PictureBox::paintEvent(QPaintEvent* event)
-{
-    QPainter painter(this);
-    painter.fillRect(event->rect(), palette().window());
-    painter.drawPixmap(0, 0, m_surface);
-}
-
-Image::Image(QWidget* parent)
-    : FormControl(parent)
-{
-    setAttribute(Qt::WA_TranslucentBackground);
 }
 
 Shape::Shape(QWidget* parent)

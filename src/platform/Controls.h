@@ -1,6 +1,6 @@
 // The intrinsic controls of the forms platform, each a standard Qt widget with
 // the twips geometry of FormControl: frames, labels, text boxes, combo boxes,
-// option buttons, picture boxes, images and shapes.
+// option buttons and shapes; the picture controls are in Pictures.h.
 #pragma once
 
 #include "platform/FormControl.h"
@@ -9,7 +9,6 @@
 #include <QFrame>
 #include <QLabel>
 #include <QLineEdit>
-#include <QPixmap>
 #include <QRadioButton>
 
 namespace tessaly {
@@ -43,6 +42,17 @@ public:
     QString Caption() const { return text(); }
     void setCaption(const QString& caption) { setText(caption); }
     void setForeColor(const QColor& color) { SetControlColors(*this, {}, color); }
+
+signals:
+    void MouseDown(int Button, int Shift, float X, float Y);
+    void MouseMove(int Button, int Shift, float X, float Y);
+    void MouseUp(int Button, int Shift, float X, float Y);
+    void Click();
+
+protected:
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
 };
 
 class TextBox : public FormControl<QLineEdit> {
@@ -89,35 +99,6 @@ public:
     explicit OptionButton(QWidget* parent = nullptr);
     bool Value() const { return isChecked(); }
     void setValue(bool value) { setChecked(value); }
-};
-
-// A drawing surface with a picture. Drawing goes onto the surface and stays
-// there until Refresh wipes it back to the picture.
-class PictureBox : public FormControl<QWidget> {
-    Q_OBJECT
-public:
-    explicit PictureBox(QWidget* parent = nullptr);
-
-    const QPixmap& Picture() const { return m_picture; }
-    void setPicture(const QPixmap& picture);
-    QPixmap& Surface() { return m_surface; }
-    void Refresh();
-
-protected:
-    void paintEvent(QPaintEvent* event) override;
-
-private:
-    QPixmap m_picture;
-    QPixmap m_surface;
-};
-
-// A picture without a surface of its own.
-class Image : public FormControl<QLabel> {
-    Q_OBJECT
-public:
-    explicit Image(QWidget* parent = nullptr);
-    QPixmap Picture() const { return pixmap(); }
-    void setPicture(const QPixmap& picture) { setPixmap(picture); }
 };
 
 // A filled rectangle of the layout; it does nothing.

@@ -1,0 +1,41 @@
+#include "layout/SkinArt.h"
+
+#include <QCoreApplication>
+#include <QGuiApplication>
+#include <QHash>
+#include <QtDebug>
+
+namespace tessaly {
+
+namespace {
+
+// Emptied when the application ends: pixmaps must go before the platform.
+QHash<QString, QPixmap>& Decoded()
+{
+    static QHash<QString, QPixmap> decoded;
+    static const bool emptiedAtEnd = [] {
+        qAddPostRoutine([] { Decoded().clear(); });
+        return true;
+    }();
+    (void)emptiedAtEnd;
+    return decoded;
+}
+
+} // namespace
+
+QPixmap SkinPicture(const QString& name)
+{
+    QHash<QString, QPixmap>& decoded = Decoded();
+    auto found = decoded.constFind(name);
+    if (found != decoded.cend())
+        return *found;
+
+    static const bool doubled = qGuiApp->devicePixelRatio() > 1.0;
+    QPixmap picture(QStringLiteral(":/tessaly/skin/%1%2.png").arg(name, doubled ? QStringLiteral("@2x") : QString()));
+    if (picture.isNull())
+        qWarning().noquote() << "Tessaly: the skin has no bitmap" << name;
+    picture.setDevicePixelRatio(doubled ? 2.0 : 1.0);
+    return *decoded.insert(name, picture);
+}
+
+} // namespace tessaly

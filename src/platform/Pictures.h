@@ -1,0 +1,68 @@
+// The two picture controls of the forms platform. A picture box is a drawing
+// surface that takes the focus and raises mouse events; an image only shows
+// its picture, transparent wherever the picture does not reach. Both draw
+// their picture at their top left corner, uncut and unscaled.
+#pragma once
+
+#include "platform/FormControl.h"
+
+#include <QPixmap>
+
+namespace tessaly {
+
+// Drawing goes onto the surface and stays there until Refresh wipes it back
+// to the picture.
+class PictureBox : public FormControl<QWidget> {
+    Q_OBJECT
+    Q_PROPERTY(QPixmap Picture READ Picture WRITE setPicture)
+public:
+    explicit PictureBox(QWidget* parent = nullptr);
+
+    const QPixmap& Picture() const { return m_picture; }
+    void setPicture(const QPixmap& picture);
+    QPixmap& Surface() { return m_surface; }
+    void Refresh();
+
+signals:
+    void MouseDown(int Button, int Shift, float X, float Y);
+    void MouseMove(int Button, int Shift, float X, float Y);
+    void MouseUp(int Button, int Shift, float X, float Y);
+    void Click();
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+
+private:
+    QPixmap m_picture;
+    QPixmap m_surface;
+};
+
+class Image : public FormControl<QWidget> {
+    Q_OBJECT
+    Q_PROPERTY(QPixmap Picture READ Picture WRITE setPicture)
+public:
+    explicit Image(QWidget* parent = nullptr);
+
+    const QPixmap& Picture() const { return m_picture; }
+    void setPicture(const QPixmap& picture);
+
+signals:
+    void MouseDown(int Button, int Shift, float X, float Y);
+    void MouseMove(int Button, int Shift, float X, float Y);
+    void MouseUp(int Button, int Shift, float X, float Y);
+    void Click();
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+
+private:
+    QPixmap m_picture;
+};
+
+} // namespace tessaly
