@@ -86,6 +86,9 @@ void frmMsgBox::setVisible(bool visible)
         if (screen)
             move(screen->availableGeometry().center() - rect().center());
     }
+    // A closed box keeps no hold on the mouse.
+    if (!visible && GetCapture() && isAncestorOf(GetCapture()))
+        ReleaseCapture();
     QDialog::setVisible(visible);
 }
 

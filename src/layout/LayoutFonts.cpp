@@ -10,15 +10,16 @@ namespace tessaly {
 
 namespace {
 
+// Only the regular face is loaded: Wine's bold one draws barely heavier than
+// the regular at the layout's sizes, so bold captions would not read as bold.
+// Without it the bold weight is the regular face emboldened, which keeps
+// Tahoma's narrow metrics and plainly reads as bold.
 bool LoadTahoma()
 {
     if (QFontDatabase::hasFamily(Tahoma))
         return true;
-    bool loaded = false;
-    for (const char* file : {"/usr/share/wine/fonts/tahoma.ttf", "/usr/share/wine/fonts/tahomabd.ttf"})
-        if (QFile::exists(QLatin1String(file)))
-            loaded = QFontDatabase::addApplicationFont(QLatin1String(file)) >= 0 || loaded;
-    return loaded;
+    const QString file = QStringLiteral("/usr/share/wine/fonts/tahoma.ttf");
+    return QFile::exists(file) && QFontDatabase::addApplicationFont(file) >= 0;
 }
 
 bool MapGulim()
@@ -44,7 +45,7 @@ void LoadLayoutFonts()
         if (!LoadTahoma())
             missing << QStringLiteral("Tahoma (fonts-wine)");
         if (!MapGulim())
-            missing << QStringLiteral("a Korean face for \u00ab%1\u00bb (fonts-nanum)").arg(Gulim);
+            missing << QStringLiteral("a Korean face for %1 (fonts-nanum)").arg(Gulim);
         if (!missing.isEmpty())
             qWarning().noquote() << "Tessaly: no font for" << missing.join(QStringLiteral(" or "))
                                  << "- the panel draws in the default font";

@@ -1,7 +1,7 @@
 // The layout is drawn in Tahoma and in the Korean face "굴림", neither of
 // which a Linux system has. The first panel of a process maps them onto
-// faces from Debian's packages: the Tahoma-metric faces of fonts-wine, which
-// fontconfig does not index and which are loaded for the application, and
+// faces from Debian's packages: the Tahoma-metric face of fonts-wine, which
+// fontconfig does not index and which is loaded for the application, and
 // NanumGothic of fonts-nanum (or UnDotum of fonts-unfonts-core) for "굴림".
 // Without them the panel draws in the default font and says so once.
 #pragma once

@@ -29,6 +29,8 @@ public:
 
     // Installed once per test binary, by main.
     static void InstallGuard();
+    // A dialog with this property set is left to the test that drives it.
+    static constexpr const char* DrivenByTest = "drivenByTest";
 
 private:
     friend class DialogGuard;

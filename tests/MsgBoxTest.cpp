@@ -1,0 +1,156 @@
+// The panel's own message box, driven through real keys and mouse moves while
+// its modal loop runs.
+#include "frame/frmMsgBox.h"
+#include "platform/MouseCapture.h"
+#include "support/DialogAnswerer.h"
+
+#include <QGuiApplication>
+#include <QScreen>
+#include <QTest>
+#include <QTimer>
+
+#include <gtest/gtest.h>
+
+#include <functional>
+
+using namespace tessaly;
+
+class MsgBoxTest : public ::testing::Test {
+protected:
+    // Opens the box modally with `message` and runs `inside` in its loop;
+    // returns whether the box closed by itself.
+    bool runModal(const QString& message, const std::function<void()>& inside)
+    {
+        box.setProperty(DialogAnswerer::DrivenByTest, true);
+        box.SetMessage(message);
+        bool closedByItself = true;
+        QTimer::singleShot(0, &box, [&] {
+            EXPECT_TRUE(QTest::qWaitForWindowExposed(&box));
+            inside();
+            if (box.isVisible()) {
+                closedByItself = false;
+                box.reject();
+            }
+        });
+        box.exec();
+        return closedByItself;
+    }
+
+    bool showsLook(int index) const
+    {
+        return box.picCommand->Picture().toImage() == box.imgBtnOK(index)->Picture().toImage();
+    }
+
+    frmMsgBox box;
+};
+
+TEST_F(MsgBoxTest, OpensCentredWithItsMessageRoundedCornersAndTheLitButton)
+{
+    const QString text = QStringLiteral("LOCK_CODE would be changed according to MDN");
+    runModal(text, [&] {
+        EXPECT_EQ(box.lblMessage->Caption(), text);
+        EXPECT_EQ(box.size(), QSize(406, 172));
+        EXPECT_EQ(box.geometry().center(), QGuiApplication::primaryScreen()->availableGeometry().center());
+        EXPECT_TRUE(box.windowFlags() & Qt::FramelessWindowHint);
+        EXPECT_TRUE(showsLook(1));
+        // Corners cut by an ellipse of 20 by 20: its edge passes 10 pixels in.
+        const QRegion shape = box.mask();
+        for (QPoint corner : {QPoint(0, 0), QPoint(2, 2), QPoint(403, 2), QPoint(2, 169), QPoint(403, 169)})
+            EXPECT_FALSE(shape.contains(corner)) << corner.x() << "," << corner.y();
+        for (QPoint inside : {QPoint(5, 5), QPoint(10, 0), QPoint(0, 10), QPoint(400, 166), QPoint(203, 86)})
+            EXPECT_TRUE(shape.contains(inside)) << inside.x() << "," << inside.y();
+        EXPECT_EQ(box.picCommand->accessibleName(), "OK");
+        EXPECT_EQ(QApplication::focusWidget(), box.picCommand);
+    });
+}
+
+TEST_F(MsgBoxTest, OnlyTheReleaseOfEnterClosesItWhereverTheFocusIs)
+{
+    EXPECT_TRUE(runModal(QString(), [&] {
+        QTest::keyClick(&box, Qt::Key_Escape);
+        QTest::keyClick(box.picCommand, Qt::Key_Space);
+        QTest::keyClick(box.picCommand, Qt::Key_A);
+        EXPECT_TRUE(box.isVisible());
+        QTest::keyPress(box.picCommand, Qt::Key_Return);
+        EXPECT_TRUE(box.isVisible()) << "the press alone does nothing";
+        QTest::keyRelease(box.picCommand, Qt::Key_Return);
+    }));
+
+    // An Enter held down before the box opened closes it when let go, and
+    // the form sees the release once, not again from the focused control.
+    frmMsgBox second;
+    int closings = 0;
+    QObject::connect(&second, &QDialog::accepted, [&] { ++closings; });
+    second.setProperty(DialogAnswerer::DrivenByTest, true);
+    QTimer::singleShot(0, &second, [&] {
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(&second));
+        QTest::keyRelease(second.picCommand, Qt::Key_Enter);
+        if (second.isVisible())
+            second.reject();
+    });
+    second.exec();
+    EXPECT_EQ(closings, 1);
+}
+
+TEST_F(MsgBoxTest, ButtonLightsStrictlyInsideItsBoundsAndHoldsTheCapture)
+{
+    EXPECT_TRUE(runModal(QStringLiteral("hover"), [&] {
+        PictureBox* ok = box.picCommand; // 81 by 31 pixels: 1215 by 465 twips
+        QTest::mouseMove(ok, QPoint(1, 1));
+        EXPECT_EQ(GetCapture(), ok);
+        EXPECT_TRUE(showsLook(1));
+        // With the capture, moves beyond the button still reach it.
+        QTest::mouseMove(ok, QPoint(81, 10));
+        EXPECT_EQ(GetCapture(), nullptr);
+        EXPECT_TRUE(showsLook(0));
+        QTest::mouseMove(ok, QPoint(80, 30));
+        EXPECT_EQ(GetCapture(), ok);
+        EXPECT_TRUE(showsLook(1));
+        QTest::mouseMove(ok, QPoint(0, 10)); // on the edge is outside
+        EXPECT_TRUE(showsLook(0));
+        QTest::mouseMove(ok, QPoint(40, 15));
+        EXPECT_TRUE(showsLook(1));
+        QTest::mouseClick(ok, Qt::LeftButton, {}, QPoint(40, 15));
+    }));
+    EXPECT_EQ(GetCapture(), nullptr);
+}
+
+TEST_F(MsgBoxTest, DraggingTheTitleMovesTheBoxAloneAndOnlyWithTheLeftButton)
+{
+    QWidget owner;
+    owner.setGeometry(50, 50, 300, 200);
+    owner.show();
+    const QPoint ownerAt = owner.pos();
+    frmMsgBox owned(&owner);
+    owned.setProperty(DialogAnswerer::DrivenByTest, true);
+    QTimer::singleShot(0, &owned, [&] {
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(&owned));
+        const QPoint start = owned.pos();
+        QTest::mouseMove(owned.lblTitle, QPoint(60, 12));
+        EXPECT_EQ(owned.pos(), start) << "moving without a button drags nothing";
+        QTest::mousePress(owned.lblTitle, Qt::RightButton, {}, QPoint(60, 12));
+        QTest::mouseMove(owned.lblTitle, QPoint(90, 30));
+        QTest::mouseRelease(owned.lblTitle, Qt::RightButton, {}, QPoint(90, 30));
+        EXPECT_EQ(owned.pos(), start) << "the right button drags nothing";
+
+        QTest::mousePress(owned.lblTitle, Qt::LeftButton, {}, QPoint(60, 12));
+        QTest::mouseMove(owned.lblTitle, QPoint(61, 12)); // the drag starts here
+        QTest::mouseMove(owned.lblTitle, QPoint(101, 42));
+        EXPECT_EQ(owned.pos(), start + QPoint(40, 30));
+        QTest::mouseRelease(owned.lblTitle, Qt::LeftButton, {}, QPoint(61, 12)); // it moved along
+        QTest::mouseMove(owned.lblTitle, QPoint(10, 10));
+        EXPECT_EQ(owned.pos(), start + QPoint(40, 30)) << "the drag ends with the button";
+        EXPECT_EQ(owner.pos(), ownerAt);
+        owned.accept();
+    });
+    owned.exec();
+}
+
+TEST_F(MsgBoxTest, LongMessageIsCutAndTheBoxDoesNotGrow)
+{
+    runModal(QStringLiteral("A message far too long for the box. ").repeated(20), [&] {
+        EXPECT_EQ(box.size(), QSize(406, 172));
+        EXPECT_EQ(box.lblMessage->geometry(), QRect(98, 58, 285, 67));
+        box.accept();
+    });
+}

@@ -1,0 +1,171 @@
+// The skin's bitmaps as the build makes them, how the panel shows them at
+// either device pixel ratio, and the faces that stand in for the layout's
+// fonts. The same binary runs again with QT_SCALE_FACTOR=2.
+#include "layout/SkinArt.h"
+#include "support/PanelFixture.h"
+
+#include <QFile>
+#include <QFontInfo>
+#include <QPainter>
+
+using namespace tessaly;
+
+namespace {
+
+const std::pair<const char*, QSize> Bitmaps[] = {
+    {"Tessaly", {720, 562}}, {"imageBasicInfo2", {450, 467}}, {"imgMIPProfile", {450, 467}},
+    {"imageMinize", {18, 18}}, {"imageMinimizeSel", {18, 18}}, {"imageClose", {18, 18}}, {"imageCloseSel", {18, 18}},
+    {"imageReadIdle", {58, 30}}, {"imageReadOver", {58, 30}}, {"imageReadSel", {58, 30}}, {"imageReadDim", {58, 30}},
+    {"imageWriteIdle", {58, 30}}, {"imageWriteOver", {58, 30}}, {"imageWriteSel", {58, 30}}, {"imageWriteDim", {58, 30}},
+    {"imageExitIdle", {58, 30}}, {"imageExitOver", {58, 30}}, {"imageExitSel", {58, 30}}, {"imageExitDim", {58, 30}},
+    {"imageUndoIdle", {111, 27}}, {"imageUndoOver", {111, 27}}, {"imageUndoSel", {111, 27}}, {"imageUndoDim", {111, 27}},
+    {"pbProgress", {171, 16}}, {"pbProgressBg", {173, 18}},
+    {"frmMsgBox", {794, 652}}, {"imgBtnOK0", {80, 30}}, {"imgBtnOK1", {80, 30}}, {"Image1", {57, 103}},
+};
+
+uint32_t BigEndian32(const QByteArray& bytes, int at)
+{
+    return uint32_t(uchar(bytes[at])) << 24 | uint32_t(uchar(bytes[at + 1])) << 16 | uint32_t(uchar(bytes[at + 2])) << 8
+        | uint32_t(uchar(bytes[at + 3]));
+}
+
+// Mean difference of two pictures of one size, 0 to 255 a channel.
+double MeanDifference(const QPixmap& a, const QPixmap& b)
+{
+    const QImage x = a.toImage().convertToFormat(QImage::Format_RGB888);
+    const QImage y = b.toImage().convertToFormat(QImage::Format_RGB888);
+    if (x.isNull() || y.isNull())
+        return 0;
+    if (x.size() != y.size())
+        return 255;
+    double sum = 0;
+    for (int row = 0; row < x.height(); ++row)
+        for (int i = 0; i < x.width() * 3; ++i)
+            sum += std::abs(x.constScanLine(row)[i] - y.constScanLine(row)[i]);
+    return sum / (x.width() * x.height() * 3.0);
+}
+
+// Dark pixels of a text drawn in `font`.
+int Ink(const QFont& font, const QString& text)
+{
+    QImage image(400, 60, QImage::Format_RGB32);
+    image.fill(Qt::white);
+    QPainter painter(&image);
+    painter.setFont(font);
+    painter.setPen(Qt::black);
+    painter.drawText(image.rect(), Qt::AlignCenter, text);
+    painter.end();
+    int ink = 0;
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x)
+            ink += qGray(image.pixel(x, y)) < 128;
+    return ink;
+}
+
+} // namespace
+
+TEST(SkinArt, EveryBitmapIsBuiltAtItsSizeAndTwiceItAsRgbWithoutAlpha)
+{
+    for (const auto& [name, size] : Bitmaps) {
+        for (int scale : {1, 2}) {
+            SCOPED_TRACE(testing::Message() << name << " x" << scale);
+            QFile file(QStringLiteral(":/tessaly/skin/%1%2.png").arg(QLatin1String(name), scale == 2 ? "@2x" : ""));
+            ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+            const QByteArray png = file.read(26);
+            ASSERT_TRUE(png.startsWith("\x89PNG\r\n\x1a\n"));
+            EXPECT_EQ(BigEndian32(png, 16), uint32_t(size.width() * scale));
+            EXPECT_EQ(BigEndian32(png, 20), uint32_t(size.height() * scale));
+            EXPECT_EQ(png[24], 8) << "bits a channel";
+            EXPECT_EQ(png[25], 2) << "colour type: RGB, no alpha";
+        }
+    }
+}
+
+TEST(SkinArt, EachLookDiffersAtAGlanceFromTheOthersOfItsButton)
+{
+    for (const char* button : {"Read", "Write", "Exit", "Undo"}) {
+        QList<QPixmap> states;
+        for (const char* state : {"Idle", "Over", "Sel", "Dim"})
+            states << SkinPicture(QStringLiteral("image%1%2").arg(QLatin1String(button), QLatin1String(state)));
+        for (int i = 0; i < 4; ++i)
+            for (int j = i + 1; j < 4; ++j)
+                EXPECT_GT(MeanDifference(states[i], states[j]), 4.0) << button << " states " << i << " and " << j;
+    }
+    for (const auto& [rest, pressed] : {std::pair{"imageMinize", "imageMinimizeSel"}, {"imageClose", "imageCloseSel"},
+                                        {"imgBtnOK0", "imgBtnOK1"}})
+        EXPECT_GT(MeanDifference(SkinPicture(QLatin1String(rest)), SkinPicture(QLatin1String(pressed))), 4.0) << rest;
+}
+
+TEST(SkinArt, FilledBarFitsInsideTheEmptyBarsEdge)
+{
+    const QImage empty = SkinPicture(QStringLiteral("pbProgressBg")).toImage();
+    const QImage fill = SkinPicture(QStringLiteral("pbProgress")).toImage();
+    const qreal ratio = empty.devicePixelRatio();
+    QImage bar = empty;
+    QPainter(&bar).drawImage(QPointF(1, 1), fill); // what the bar shows at 100 %
+    const auto at = [&](const QImage& image, int x, int y) { return image.pixelColor(int(x * ratio), int(y * ratio)); };
+    for (int x : {0, 86, 172})
+        for (int y : {0, 17})
+            EXPECT_EQ(at(bar, x, y), at(empty, x, y)) << "edge at " << x << "," << y;
+    for (int y : {1, 8, 16})
+        EXPECT_EQ(at(bar, 0, y), at(empty, 0, y));
+    // The fill stands out from the empty track.
+    const QColor track = at(empty, 86, 9), filled = at(fill, 85, 8);
+    EXPECT_GT(std::abs(track.lightness() - filled.lightness()) + std::abs(track.hue() - filled.hue()), 60);
+}
+
+using SkinShownTest = PanelFixture;
+
+TEST_F(SkinShownTest, StoreHoldsItsBitmapsAndStartUpHandsThemOut)
+{
+    const qreal ratio = qGuiApp->devicePixelRatio() > 1 ? 2 : 1;
+    Panel& p = panel();
+    for (const auto& [name, size] : Bitmaps) {
+        const QPixmap art = SkinPicture(QLatin1String(name));
+        EXPECT_EQ(art.deviceIndependentSize(), QSizeF(size)) << name;
+        EXPECT_EQ(art.devicePixelRatio(), ratio) << name;
+        if (auto* holder = control<Image>(QLatin1String(name)); holder && QLatin1String(name).startsWith(QLatin1String("image"))) {
+            EXPECT_FALSE(holder->Visible()) << name;
+            EXPECT_EQ(holder->Picture().cacheKey(), art.cacheKey()) << name << ": decoded once and shared";
+        }
+    }
+    EXPECT_EQ(p.picCommand(0)->Picture().cacheKey(), p.imageReadIdle->Picture().cacheKey());
+    EXPECT_EQ(p.picCommand(1)->Picture().cacheKey(), p.imageWriteDim->Picture().cacheKey());
+    EXPECT_EQ(p.picCommand(2)->Picture().cacheKey(), p.imageExitIdle->Picture().cacheKey());
+    EXPECT_EQ(p.picCommand(3)->Picture().cacheKey(), p.imageUndoIdle->Picture().cacheKey());
+    EXPECT_EQ(p.imgDataBack->Picture().cacheKey(), p.imageBasicInfo2->Picture().cacheKey());
+    EXPECT_EQ(p.imgWndMin->Picture().cacheKey(), p.imageMinize->Picture().cacheKey());
+    EXPECT_EQ(p.imgWndClose->Picture().cacheKey(), p.imageClose->Picture().cacheKey());
+    EXPECT_EQ(p.imgMIPProfile->property("Picture").value<QPixmap>().deviceIndependentSize(), QSizeF(450, 467));
+    EXPECT_EQ(p.pbProgressBg->property("Picture").value<QPixmap>().deviceIndependentSize(), QSizeF(173, 18));
+}
+
+TEST_F(SkinShownTest, PanelDrawsItsBackgroundAtTheScreensPixelRatio)
+{
+    const QImage shown = host->grab().toImage();
+    const QImage art = SkinPicture(QStringLiteral("Tessaly")).toImage();
+    const qreal ratio = qGuiApp->devicePixelRatio() > 1 ? 2 : 1;
+    EXPECT_EQ(host->size(), QSize(720, 562));
+    EXPECT_EQ(shown.size(), QSize(720, 562) * ratio);
+    // Places where no control lies: the panel shows its bitmap pixel for pixel.
+    for (QPoint at : {QPoint(3, 3), QPoint(715, 40), QPoint(10, 545), QPoint(230, 300), QPoint(710, 555)})
+        for (QPoint offset : {QPoint(0, 0), QPoint(1, 1)})
+            EXPECT_EQ(shown.pixel(at * ratio + offset), art.pixel(at * ratio + offset)) << at.x() << "," << at.y();
+}
+
+TEST_F(SkinShownTest, LayoutFontsMapOntoInstalledFaces)
+{
+    Panel& p = panel();
+    EXPECT_EQ(QFontInfo(p.lblTitle->font()).family(), "Tahoma");
+    EXPECT_EQ(QFontInfo(p.txtESN->font()).family(), "Tahoma");
+    // "굴림" draws Korean with real glyphs, not boxes.
+    const QFont korean = p.Label1->font();
+    EXPECT_NE(QFontInfo(korean).family(), QFontInfo(QFont()).family());
+    EXPECT_TRUE(QFontMetrics(korean).inFontUcs4(U'굴'));
+    EXPECT_TRUE(QFontMetrics(korean).inFontUcs4(U'림'));
+    EXPECT_GT(Ink(korean, QStringLiteral("굴림 프로파일")), 80);
+    // Bold captions read as bold.
+    QFont regular = p.lblTitle->font();
+    regular.setBold(false);
+    EXPECT_GT(Ink(p.lblTitle->font(), QStringLiteral("Orven Tessaly")), Ink(regular, QStringLiteral("Orven Tessaly")) * 1.2);
+}
