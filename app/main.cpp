@@ -1,7 +1,11 @@
 // halvane: the phone service tool's host window around the Tessaly panel.
 // Without a display, or with --screenshot FILE, it renders the panel to a
-// PNG file, prints the file's path and exits.
+// PNG file, prints the file's path and exits. With --message TEXT it shows
+// the panel's own message box with that text over the panel, or renders the
+// box alone, its cut corners transparent.
 #include "DemoItems.h"
+
+#include "frame/frmMsgBox.h" // the panel's own box, which no host method opens
 
 #include <tessaly/Tessaly.h>
 
@@ -46,6 +50,17 @@ bool ClickTreeNode(Tessaly& panel, const QString& text)
     return true;
 }
 
+// A window as the screen shows it: what its mask cuts away is transparent.
+QImage RenderShaped(QWidget& window)
+{
+    const qreal ratio = window.devicePixelRatioF();
+    QImage image(window.size() * ratio, QImage::Format_ARGB32_Premultiplied);
+    image.setDevicePixelRatio(ratio);
+    image.fill(Qt::transparent);
+    window.render(&image, QPoint(), window.mask().isEmpty() ? QRegion(window.rect()) : window.mask());
+    return image;
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -63,7 +78,9 @@ int main(int argc, char** argv)
                                         QStringLiteral("Render the panel to <file> and exit."), QStringLiteral("file"));
     const QCommandLineOption page(QStringLiteral("page"), QStringLiteral("Show the page of tree node <node>."),
                                   QStringLiteral("node"));
-    options.addOptions({screenshot, page});
+    const QCommandLineOption message(QStringLiteral("message"),
+                                     QStringLiteral("Show the panel's message box with <text>."), QStringLiteral("text"));
+    options.addOptions({screenshot, page, message});
     options.process(app);
     const bool headless = DrawsNowhere();
 
@@ -79,16 +96,23 @@ int main(int argc, char** argv)
         return 2;
     }
 
+    tessaly::frmMsgBox box(&panel);
+    box.SetMessage(options.value(message));
+
     if (headless || options.isSet(screenshot)) {
+        if (options.isSet(message))
+            box.show();
         QApplication::processEvents(); // let the shown page lay itself out
         const QString file = options.isSet(screenshot) ? options.value(screenshot)
                                                        : QDir::current().filePath(QStringLiteral("halvane.png"));
-        if (!panel.grab().save(file)) {
+        if (!(box.isVisible() ? RenderShaped(box) : panel.grab().toImage()).save(file)) {
             std::fprintf(stderr, "halvane: cannot write %s\n", qPrintable(file));
             return 1;
         }
         std::printf("%s\n", qPrintable(QFileInfo(file).absoluteFilePath()));
         return 0;
     }
+    if (options.isSet(message))
+        box.exec();
     return app.exec();
 }
