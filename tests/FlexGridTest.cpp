@@ -103,20 +103,7 @@ TEST(FlexGridShape, RowsKeepRemainingRowsAndAddPlainOnes)
     EXPECT_FALSE(grid.CellFontBold());
 }
 
-TEST(FlexGridShape, RefusesBadCountsAndTooManyCells)
-{
-    MSFlexGrid grid;
-    grid.setRows(3);
-    grid.setTextMatrix(2, 1, QStringLiteral("kept"));
-    EXPECT_EQ(errorOf([&] { grid.setRows(0); }), tessaly::errInvalidPropertyValue);
-    EXPECT_EQ(errorOf([&] { grid.setCols(-1); }), tessaly::errInvalidPropertyValue);
-    EXPECT_EQ(errorOf([&] { grid.setRows(175001); }), tessaly::errGridTooManyCells);
-    EXPECT_EQ(grid.Rows(), 3);
-    grid.setRows(175000); // exactly the limit
-    EXPECT_EQ(grid.TextMatrix(2, 1), QStringLiteral("kept"));
-}
-
-TEST(FlexGridErrors, RowsAndColumnsTheGridDoesNotHave)
+TEST(FlexGridErrors, BadRowsColumnsAndCountsChangeNothing)
 {
     MSFlexGrid grid;
     grid.setRows(3);
@@ -141,8 +128,12 @@ TEST(FlexGridErrors, RowsAndColumnsTheGridDoesNotHave)
     for (const auto& call : badCols)
         EXPECT_EQ(errorOf(call), tessaly::errGridInvalidCol);
     EXPECT_EQ(errorOf([&] { grid.setCellAlignment(10); }), tessaly::errInvalidPropertyValue);
+    EXPECT_EQ(errorOf([&] { grid.setRows(0); }), tessaly::errInvalidPropertyValue);
+    EXPECT_EQ(errorOf([&] { grid.setCols(-1); }), tessaly::errInvalidPropertyValue);
+    EXPECT_EQ(errorOf([&] { grid.setRows(350000 / 3 + 1); }), tessaly::errGridTooManyCells); // 350,000 cells at most
 
     EXPECT_EQ(changes.count(), 0);
+    EXPECT_EQ(grid.Rows(), 3);
     EXPECT_EQ(grid.Row(), 1);
     EXPECT_EQ(grid.Col(), 0);
     EXPECT_EQ(grid.TextMatrix(1, 1), QStringLiteral("x"));
@@ -361,11 +352,11 @@ TEST(FlexGridMouse, DoubleClickSelectsThenReports)
     EXPECT_EQ(grid.Col(), 2);
 }
 
-TEST(FlexGridKeys, KeysAreReportedNotActedOn)
+TEST(FlexGridKeys, KeysAreReportedNotActedOnAndACellMovedByTheHandlerScrollsIntoView)
 {
     MSFlexGrid grid;
-    grid.setRows(10);
-    grid.setCols(4);
+    grid.setRows(60);
+    grid.setCols(10);
     grid.setRow(2);
     grid.setCol(1);
     showGrid(grid);
@@ -393,33 +384,23 @@ TEST(FlexGridKeys, KeysAreReportedNotActedOn)
     EXPECT_EQ(withoutModifierKeys(ups), expected);
     EXPECT_EQ(grid.Row(), 2);
     EXPECT_EQ(grid.Col(), 1);
-}
 
-TEST(FlexGridKeys, CellMovedByTheKeyHandlerIsScrolledIntoView)
-{
-    MSFlexGrid grid;
-    grid.setRows(60);
-    grid.setCols(10);
-    showGrid(grid);
+    // The handler moves the current cell; the grid then brings it on view.
     const QRect view = grid.viewport()->geometry();
-    int target = 40;
-    int targetCol = 8;
+    QPoint target(8, 40);
     QObject::connect(&grid, &MSFlexGrid::KeyDown, [&](int key, int) {
         if (key == 40) {
-            grid.setRow(target);
-            grid.setCol(targetCol);
+            grid.setRow(target.y());
+            grid.setCol(target.x());
         }
     });
     QSignalSpy scrolls(&grid, &MSFlexGrid::Scroll);
-
     QTest::keyClick(&grid, Qt::Key_Down);
     EXPECT_EQ(scrolls.count(), 1);
-    QRect cell = currentCellPixels(grid);
+    const QRect cell = currentCellPixels(grid);
     EXPECT_EQ(cell.bottom(), view.bottom() - (view.height() - RowPx) % RowPx); // last whole row on view
     EXPECT_EQ(cell.right(), view.right() - view.width() % ColPx);
-
-    target = 7;
-    targetCol = 0;
+    target = QPoint(0, 7);
     QTest::keyClick(&grid, Qt::Key_Down);
     EXPECT_EQ(scrolls.count(), 2);
     EXPECT_EQ(grid.TopRow(), 7);
@@ -448,18 +429,4 @@ TEST(FlexGridPaint, ChangesOnViewReachTheScreen)
     grid.setTextMatrix(2, 1, QStringLiteral("█████"));
     grid.setCellForeColor(Qt::blue);
     EXPECT_EQ(screenPixel(2, 1), QColor(Qt::blue));
-}
-
-TEST(FlexGridMetaObject, PropertiesAndCellsAreReachableByName)
-{
-    MSFlexGrid grid;
-    ASSERT_TRUE(grid.setProperty("Rows", 12));
-    EXPECT_EQ(grid.Rows(), 12);
-    ASSERT_TRUE(QMetaObject::invokeMethod(&grid, "setTextMatrix", Q_ARG(int, 11), Q_ARG(int, 1),
-                                          Q_ARG(QString, QStringLiteral("by name"))));
-    QString text;
-    ASSERT_TRUE(QMetaObject::invokeMethod(&grid, "TextMatrix", Q_RETURN_ARG(QString, text), Q_ARG(int, 11),
-                                          Q_ARG(int, 1)));
-    EXPECT_EQ(text, "by name");
-    EXPECT_EQ(grid.property("CellWidth").toInt(), grid.CellWidth());
 }
