@@ -29,4 +29,14 @@ struct AddedTab {
     QString TabName;
 };
 
+// The range of values that a numeric item allows, keyed on its title. The
+// record holds the greatest value before the smallest.
+struct ItemBoundary {
+    QString strTitle;
+    int32_t lReserved = 0; // always 0; nothing reads it
+    int16_t nMax = 0;
+    int16_t nMin = 0;
+    int16_t nDefault = 0; // what the cell gets after a refusal
+};
+
 } // namespace tessaly

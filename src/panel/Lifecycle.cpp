@@ -13,6 +13,7 @@ Panel::Panel(Tessaly& userControl)
 {
     BuildLayout();
     QObject::connect(OrvenTreeView1, &OrvenTreeView::Click, &UserControl, [this] { OrvenTreeView1_Click(); });
+    WireEditingEvents();
     UserControl_Initialize();
 }
 

@@ -53,6 +53,26 @@ public:
     void InitTreeCtrl();
     void SetFraFlexGridVisible(int16_t page, bool visible);
 
+    // In-place editing: opening and closing the editors of a page.
+    void WireEditingEvents();
+    void MSFlexGrid1_RowConlChange(int16_t Index);
+    void MSFlexGrid1_Scroll(int16_t Index);
+    void MSFlexGrid1_DblClick(int16_t Index);
+    void MSFlexGrid1_KeyDown(int16_t Index, int16_t KeyCode, int16_t Shift);
+    void MSFlexGrid1_KeyUp(int16_t Index, int16_t KeyCode, int16_t Shift);
+    void SetComboOrTextBox(int16_t Index);
+    void SetCellPosition();
+
+    // The text editor, the combo editor and the value limits.
+    void txtEdit_GotFocus(int16_t Index);
+    void txtEdit_KeyPress(int16_t Index, int16_t& KeyAscii);
+    void txtEdit_KeyUp(int16_t Index, int16_t KeyCode, int16_t Shift);
+    void txtEdit_LostFocus(int16_t Index);
+    void cboEditCell_Click(int16_t Index);
+    void CheckOverflow();
+    ItemBoundary SetBoundaryOfItem(const QString& strTitle, int32_t lReserved, int16_t nMin, int16_t nMax,
+                                   int16_t nDefault);
+
     // Cells and titles.
     void SetCellForeColor(int16_t Part, int32_t row, int32_t col, bool ReadOnly);
     void SetFlexGridTitleAll();

@@ -7,6 +7,8 @@
 
 #include <QString>
 
+#include <cstdint>
+#include <functional>
 #include <utility>
 #include <vector>
 
@@ -42,6 +44,16 @@ public:
     {
         element->setObjectName(elementName(index));
         place(index, element);
+    }
+
+    // The events of every element, present and loaded later, go to the
+    // array's handlers with the element's index: `wire` connects them.
+    void WireEvents(std::function<void(Control&, int16_t)> wire)
+    {
+        m_wire = std::move(wire);
+        for (size_t i = 0; i < m_elements.size(); ++i)
+            if (m_elements[i])
+                m_wire(*m_elements[i], int16_t(i));
     }
 
     void Load(int index)
@@ -87,10 +99,13 @@ private:
         if (size_t(index) >= m_elements.size())
             m_elements.resize(size_t(index) + 1, nullptr);
         m_elements[size_t(index)] = element;
+        if (m_wire)
+            m_wire(*element, int16_t(index));
     }
 
     QString m_name;
     std::vector<Control*> m_elements;
+    std::function<void(Control&, int16_t)> m_wire;
 };
 
 } // namespace tessaly

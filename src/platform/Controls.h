@@ -11,6 +11,8 @@
 #include <QLineEdit>
 #include <QRadioButton>
 
+#include <cstdint>
+
 namespace tessaly {
 
 // Sets the colours a control paints with; an invalid colour leaves that role.
@@ -55,10 +57,18 @@ protected:
     void mouseReleaseEvent(QMouseEvent* event) override;
 };
 
+// A one-line text box. Its key and focus events are the platform's: KeyDown
+// and KeyUp carry virtual-key codes, KeyUp comes once when a key is let go
+// (not for the repeats of a held key), and KeyPress comes for each character
+// typed, whose code the handler may change, or set to 0 to drop it.
+// GotFocus and LostFocus come when the focus moves between controls, not when
+// the window around them loses or regains the activation (a modal box opening
+// or closing, another application) or a popup menu opens over the box.
 class TextBox : public FormControl<QLineEdit> {
     Q_OBJECT
     Q_PROPERTY(QString Text READ Text WRITE setText)
     Q_PROPERTY(int MaxLength READ MaxLength WRITE setMaxLength)
+    Q_PROPERTY(int SelStart READ SelStart WRITE setSelStart)
 public:
     explicit TextBox(QWidget* parent = nullptr);
     void CopyFrom(const TextBox& model);
@@ -67,13 +77,31 @@ public:
     // 0 means no limit.
     int MaxLength() const;
     void setMaxLength(int length);
+    // The caret's place; setting it selects nothing.
+    int SelStart() const { return cursorPosition(); }
+    void setSelStart(int position);
     void setForeColor(const QColor& color) { SetControlColors(*this, {}, color); }
+
+signals:
+    void GotFocus();
+    void LostFocus();
+    void KeyDown(int KeyCode, int Shift);
+    void KeyPress(int16_t& KeyAscii);
+    void KeyUp(int KeyCode, int Shift);
+
+protected:
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void keyReleaseEvent(QKeyEvent* event) override;
 
 private:
     static constexpr int NoLimit = 32767; // QLineEdit's own default
 };
 
-// A drop-down list whose text can only be picked, never typed.
+// A drop-down list whose text can only be picked, never typed. Click comes
+// whenever the chosen item changes, by the user or by setting ListIndex,
+// before the change returns; filling and emptying the list raise nothing.
 class ComboBox : public FormControl<QComboBox> {
     Q_OBJECT
     Q_PROPERTY(int ListIndex READ ListIndex WRITE setListIndex)
@@ -84,12 +112,17 @@ public:
 
     // Appends an item; the choice, or the lack of one, stays as it was.
     void AddItem(const QString& item);
-    void Clear() { clear(); }
+    void Clear();
+    // Opens the list under the box, as F4 does.
+    void DropDown() { showPopup(); }
     int ListCount() const { return count(); }
     // -1 when no item is chosen; a position outside the list is refused.
     int ListIndex() const { return currentIndex(); }
     void setListIndex(int index);
     QString Text() const { return currentText(); }
+
+signals:
+    void Click();
 };
 
 class OptionButton : public FormControl<QRadioButton> {

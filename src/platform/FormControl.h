@@ -46,13 +46,16 @@ public:
     // Brings the control to the front of its container.
     void ZOrder() { this->raise(); }
 
-    // Gives the control the keyboard focus; a hidden or disabled control
-    // cannot take it.
+    // Gives the control the keyboard focus, and activates its window if
+    // another one is active, as after a modal box has closed; a hidden or
+    // disabled control cannot take it.
     void SetFocus()
     {
         if (!this->isVisible() || !this->isEnabled())
             Raise(errInvalidProcedureCall, QStringLiteral("Invalid procedure call or argument"));
         this->setFocus(Qt::OtherFocusReason);
+        if (!this->isActiveWindow())
+            this->activateWindow();
     }
 
     // Repaints the control at once, if it is on view.

@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QDialog>
 #include <QEvent>
+#include <QPointer>
 
 #include <gtest/gtest.h>
 
@@ -29,8 +30,19 @@ protected:
             g_current->m_seen.append(seen);
         else
             ADD_FAILURE() << "Unexpected dialog: " << qPrintable(seen.text) << " " << qPrintable(seen.objectName);
-        // Closed from the dialog's own event loop, as a click on OK would.
-        QMetaObject::invokeMethod(dialog, [dialog] { dialog->done(QDialog::Accepted); }, Qt::QueuedConnection);
+        // Closed from the dialog's own event loop, as a click on OK would;
+        // then the window that was active before is active again, as a
+        // window manager makes it (the offscreen platform does not).
+        QMetaObject::invokeMethod(
+            dialog,
+            [dialog, before = QPointer<QWidget>(QApplication::activeWindow())] {
+                dialog->done(QDialog::Accepted);
+                if (before && before != dialog) {
+                    before->activateWindow();
+                    QCoreApplication::processEvents();
+                }
+            },
+            Qt::QueuedConnection);
         return false;
     }
 };

@@ -1,0 +1,37 @@
+// The events of the page control sets, routed to the panel's handlers with
+// the page number as the index; pages loaded later are wired as they come.
+#include "panel/Panel.h"
+
+#include <tessaly/Tessaly.h>
+
+namespace tessaly {
+
+void Panel::WireEditingEvents()
+{
+    MSFlexGrid1.WireEvents([this](MSFlexGrid& grid, int16_t Index) {
+        QObject::connect(&grid, &MSFlexGrid::RowColChange, &UserControl, [this, Index] { MSFlexGrid1_RowConlChange(Index); });
+        QObject::connect(&grid, &MSFlexGrid::Scroll, &UserControl, [this, Index] { MSFlexGrid1_Scroll(Index); });
+        QObject::connect(&grid, &MSFlexGrid::DblClick, &UserControl, [this, Index] { MSFlexGrid1_DblClick(Index); });
+        QObject::connect(&grid, &MSFlexGrid::KeyDown, &UserControl, [this, Index](int KeyCode, int Shift) {
+            MSFlexGrid1_KeyDown(Index, int16_t(KeyCode), int16_t(Shift));
+        });
+        QObject::connect(&grid, &MSFlexGrid::KeyUp, &UserControl, [this, Index](int KeyCode, int Shift) {
+            MSFlexGrid1_KeyUp(Index, int16_t(KeyCode), int16_t(Shift));
+        });
+    });
+    txtEdit.WireEvents([this](TextBox& box, int16_t Index) {
+        QObject::connect(&box, &TextBox::GotFocus, &UserControl, [this, Index] { txtEdit_GotFocus(Index); });
+        QObject::connect(&box, &TextBox::LostFocus, &UserControl, [this, Index] { txtEdit_LostFocus(Index); });
+        QObject::connect(&box, &TextBox::KeyPress, &UserControl, [this, Index](int16_t& KeyAscii) {
+            txtEdit_KeyPress(Index, KeyAscii);
+        });
+        QObject::connect(&box, &TextBox::KeyUp, &UserControl, [this, Index](int KeyCode, int Shift) {
+            txtEdit_KeyUp(Index, int16_t(KeyCode), int16_t(Shift));
+        });
+    });
+    cboEditCell.WireEvents([this](ComboBox& combo, int16_t Index) {
+        QObject::connect(&combo, &ComboBox::Click, &UserControl, [this, Index] { cboEditCell_Click(Index); });
+    });
+}
+
+} // namespace tessaly
