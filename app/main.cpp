@@ -2,7 +2,8 @@
 // Without a display, or with --screenshot FILE, it renders the panel to a
 // PNG file, prints the file's path and exits. With --message TEXT it shows
 // the panel's own message box with that text over the panel, or renders the
-// box alone, its cut corners transparent.
+// box alone, its cut corners transparent. With --edit ROW,COLUMN it opens the
+// editor of that cell as a double click does.
 #include "DemoItems.h"
 
 #include "frame/frmMsgBox.h" // the panel's own box, which no host method opens
@@ -13,7 +14,9 @@
 #include <QCommandLineParser>
 #include <QDir>
 #include <QFileInfo>
+#include <QAbstractScrollArea>
 #include <QMouseEvent>
+#include <QPainter>
 #include <QTreeWidget>
 
 #include <cstdio>
@@ -50,6 +53,45 @@ bool ClickTreeNode(Tessaly& panel, const QString& text)
     return true;
 }
 
+// Double-clicks a value cell of the page on view as a user would, which
+// opens its editor. `cell` is "row,column".
+bool OpenCellEditor(Tessaly& panel, const QString& cell)
+{
+    const QStringList parts = cell.split(QLatin1Char(','));
+    bool rowOk = false, colOk = false;
+    const int row = parts.value(0).toInt(&rowOk), col = parts.value(1).toInt(&colOk);
+    QAbstractScrollArea* grid = nullptr;
+    for (auto* candidate : panel.findChildren<QAbstractScrollArea*>())
+        if (candidate->objectName().startsWith(QLatin1String("MSFlexGrid1(")) && candidate->isVisible())
+            grid = candidate;
+    if (!grid || parts.size() != 2 || !rowOk || !colOk || row < 1 || col < 1
+        || row >= grid->property("Rows").toInt() || col >= grid->property("Cols").toInt())
+        return false;
+    grid->setProperty("Row", row);
+    grid->setProperty("Col", col);
+    const QPoint centre(grid->property("CellLeft").toInt() / 15 + grid->property("CellWidth").toInt() / 30,
+                        grid->property("CellTop").toInt() / 15 + grid->property("CellHeight").toInt() / 30);
+    const QPoint at = grid->viewport()->mapFrom(grid, centre);
+    for (QEvent::Type type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease, QEvent::MouseButtonDblClick,
+                              QEvent::MouseButtonRelease}) {
+        QMouseEvent event(type, at, grid->viewport()->mapToGlobal(at), Qt::LeftButton,
+                          type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(grid->viewport(), &event);
+    }
+    return true;
+}
+
+// The panel as the screen shows it, with any list dropped open over it.
+QImage RenderWithPopups(Tessaly& panel)
+{
+    QImage image = panel.grab().toImage();
+    QPainter painter(&image);
+    for (QWidget* window : QApplication::topLevelWidgets())
+        if (window->isVisible() && window->windowType() == Qt::Popup)
+            painter.drawPixmap(panel.mapFromGlobal(window->pos()), window->grab());
+    return image;
+}
+
 // A window as the screen shows it: what its mask cuts away is transparent.
 QImage RenderShaped(QWidget& window)
 {
@@ -80,7 +122,10 @@ int main(int argc, char** argv)
                                   QStringLiteral("node"));
     const QCommandLineOption message(QStringLiteral("message"),
                                      QStringLiteral("Show the panel's message box with <text>."), QStringLiteral("text"));
-    options.addOptions({screenshot, page, message});
+    const QCommandLineOption edit(QStringLiteral("edit"),
+                                  QStringLiteral("Double-click the value cell <row,column> of the page on view."),
+                                  QStringLiteral("row,column"));
+    options.addOptions({screenshot, page, message, edit});
     options.process(app);
     const bool headless = DrawsNowhere();
 
@@ -96,6 +141,11 @@ int main(int argc, char** argv)
         return 2;
     }
 
+    if (options.isSet(edit) && !OpenCellEditor(panel, options.value(edit))) {
+        std::fprintf(stderr, "halvane: no value cell \"%s\" on the page on view\n", qPrintable(options.value(edit)));
+        return 2;
+    }
+
     tessaly::frmMsgBox box(&panel);
     box.SetMessage(options.value(message));
 
@@ -105,7 +155,7 @@ int main(int argc, char** argv)
         QApplication::processEvents(); // let the shown page lay itself out
         const QString file = options.isSet(screenshot) ? options.value(screenshot)
                                                        : QDir::current().filePath(QStringLiteral("halvane.png"));
-        if (!(box.isVisible() ? RenderShaped(box) : panel.grab().toImage()).save(file)) {
+        if (!(box.isVisible() ? RenderShaped(box) : RenderWithPopups(panel)).save(file)) {
             std::fprintf(stderr, "halvane: cannot write %s\n", qPrintable(file));
             return 1;
         }

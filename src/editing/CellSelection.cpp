@@ -12,6 +12,8 @@ void Panel::MSFlexGrid1_RowConlChange(int16_t Index)
 {
     OnErrorReport("Event_Function", "MSFlexGrid1_RowConlChange", [&] {
         txtEdit(Index)->setVisible(false);
+        if (Ended())
+            return;
         cboEditCell(Index)->setVisible(false);
     });
 }
@@ -20,6 +22,8 @@ void Panel::MSFlexGrid1_Scroll(int16_t Index)
 {
     OnErrorReport("Event_Function", "MSFlexGrid1_Scroll", [&] {
         txtEdit(Index)->setVisible(false);
+        if (Ended())
+            return;
         cboEditCell(Index)->setVisible(false);
     });
 }
@@ -76,7 +80,9 @@ void Panel::SetComboOrTextBox(int16_t Index)
 
         TextBox* box = txtEdit(Index);
         ComboBox* combo = cboEditCell(Index);
-        box->setVisible(false);
+        box->setVisible(false); // may raise txtEdit_LostFocus
+        if (Ended())
+            return;
         combo->setVisible(false);
         if (grid->LeftCol() > col || grid->TopRow() > row)
             return; // scrolled off at the left or the top

@@ -9,28 +9,28 @@ namespace tessaly {
 void Panel::WireEditingEvents()
 {
     MSFlexGrid1.WireEvents([this](MSFlexGrid& grid, int16_t Index) {
-        QObject::connect(&grid, &MSFlexGrid::RowColChange, &UserControl, [this, Index] { MSFlexGrid1_RowConlChange(Index); });
-        QObject::connect(&grid, &MSFlexGrid::Scroll, &UserControl, [this, Index] { MSFlexGrid1_Scroll(Index); });
-        QObject::connect(&grid, &MSFlexGrid::DblClick, &UserControl, [this, Index] { MSFlexGrid1_DblClick(Index); });
-        QObject::connect(&grid, &MSFlexGrid::KeyDown, &UserControl, [this, Index](int KeyCode, int Shift) {
+        QObject::connect(&grid, &MSFlexGrid::RowColChange, Handlers.get(), [this, Index] { MSFlexGrid1_RowConlChange(Index); });
+        QObject::connect(&grid, &MSFlexGrid::Scroll, Handlers.get(), [this, Index] { MSFlexGrid1_Scroll(Index); });
+        QObject::connect(&grid, &MSFlexGrid::DblClick, Handlers.get(), [this, Index] { MSFlexGrid1_DblClick(Index); });
+        QObject::connect(&grid, &MSFlexGrid::KeyDown, Handlers.get(), [this, Index](int KeyCode, int Shift) {
             MSFlexGrid1_KeyDown(Index, int16_t(KeyCode), int16_t(Shift));
         });
-        QObject::connect(&grid, &MSFlexGrid::KeyUp, &UserControl, [this, Index](int KeyCode, int Shift) {
+        QObject::connect(&grid, &MSFlexGrid::KeyUp, Handlers.get(), [this, Index](int KeyCode, int Shift) {
             MSFlexGrid1_KeyUp(Index, int16_t(KeyCode), int16_t(Shift));
         });
     });
     txtEdit.WireEvents([this](TextBox& box, int16_t Index) {
-        QObject::connect(&box, &TextBox::GotFocus, &UserControl, [this, Index] { txtEdit_GotFocus(Index); });
-        QObject::connect(&box, &TextBox::LostFocus, &UserControl, [this, Index] { txtEdit_LostFocus(Index); });
-        QObject::connect(&box, &TextBox::KeyPress, &UserControl, [this, Index](int16_t& KeyAscii) {
+        QObject::connect(&box, &TextBox::GotFocus, Handlers.get(), [this, Index] { txtEdit_GotFocus(Index); });
+        QObject::connect(&box, &TextBox::LostFocus, Handlers.get(), [this, Index] { txtEdit_LostFocus(Index); });
+        QObject::connect(&box, &TextBox::KeyPress, Handlers.get(), [this, Index](int16_t& KeyAscii) {
             txtEdit_KeyPress(Index, KeyAscii);
         });
-        QObject::connect(&box, &TextBox::KeyUp, &UserControl, [this, Index](int KeyCode, int Shift) {
+        QObject::connect(&box, &TextBox::KeyUp, Handlers.get(), [this, Index](int KeyCode, int Shift) {
             txtEdit_KeyUp(Index, int16_t(KeyCode), int16_t(Shift));
         });
     });
     cboEditCell.WireEvents([this](ComboBox& combo, int16_t Index) {
-        QObject::connect(&combo, &ComboBox::Click, &UserControl, [this, Index] { cboEditCell_Click(Index); });
+        QObject::connect(&combo, &ComboBox::Click, Handlers.get(), [this, Index] { cboEditCell_Click(Index); });
     });
 }
 

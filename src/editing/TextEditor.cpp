@@ -6,10 +6,13 @@
 
 #include "frame/ReportError.h"
 #include "frame/frmMsgBox.h"
+#include "platform/ModalBox.h"
 #include "platform/Numeric.h"
 #include "platform/VirtualKey.h"
 
 #include <tessaly/Tessaly.h>
+
+#include <QPointer>
 
 namespace tessaly {
 
@@ -36,9 +39,12 @@ void Panel::txtEdit_GotFocus(int16_t Index)
         if (IsPhoneNumberCell(Index, *grid)) {
             // The focus comes back with the window's activation when the box
             // closes, which raises no second GotFocus.
-            frmMsgBox notice(&UserControl);
-            notice.SetMessage(QStringLiteral("LOCK_CODE would be changed according to MDN"));
-            notice.exec();
+            const QPointer<frmMsgBox> notice = new frmMsgBox(&UserControl);
+            notice->SetMessage(QStringLiteral("LOCK_CODE would be changed according to MDN"));
+            ShowModal(*notice);
+            delete notice.data();
+            if (Ended())
+                return;
             txtEdit(Index)->SetFocus();
         }
     });
@@ -63,6 +69,8 @@ void Panel::txtEdit_KeyUp(int16_t Index, int16_t KeyCode, int16_t)
         grid->setTextMatrix(grid->Row(), grid->Col(), box->Text());
         if (KeyCode == vbKeyReturn) {
             box->setVisible(false); // raises txtEdit_LostFocus
+            if (Ended())
+                return;
             grid->SetFocus();
         }
         if (IsPhoneNumberCell(Index, *grid)) {

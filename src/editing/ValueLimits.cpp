@@ -110,6 +110,8 @@ void Panel::CheckOverflow()
         if (value >= boundary->nMin && value <= boundary->nMax)
             return;
         MsgBox(boundary->strTitle + QStringLiteral(" doesn't allow the value : ") + text);
+        if (Ended())
+            return;
         MSFlexGrid1(part)->setTextMatrix(row, col, QString::number(boundary->nDefault));
     });
 }

@@ -2,17 +2,37 @@
 #include "panel/Panel.h"
 
 #include "frame/ReportError.h"
+#include "platform/ModalBox.h"
 #include "platform/Numeric.h"
 
 #include <tessaly/Tessaly.h>
 
 namespace tessaly {
 
+namespace {
+
+// What is left of a panel that ended while a box was open: its controls,
+// hidden, and its state, until the boxes have closed. Then it ends as any
+// panel does.
+class EndedPanel : public QWidget {
+public:
+    explicit EndedPanel(std::unique_ptr<Panel> panel)
+        : m_panel(std::move(panel))
+    {
+    }
+    ~EndedPanel() override { m_panel->UserControl_Terminate(); }
+
+private:
+    std::unique_ptr<Panel> m_panel;
+};
+
+} // namespace
+
 Panel::Panel(Tessaly& userControl)
     : UserControl(userControl)
 {
     BuildLayout();
-    QObject::connect(OrvenTreeView1, &OrvenTreeView::Click, &UserControl, [this] { OrvenTreeView1_Click(); });
+    QObject::connect(OrvenTreeView1, &OrvenTreeView::Click, Handlers.get(), [this] { OrvenTreeView1_Click(); });
     WireEditingEvents();
     UserControl_Initialize();
 }
@@ -114,6 +134,18 @@ void Panel::UserControl_Paint()
     OnErrorReport("Event_Function", "UserControl_Paint", [&] {
         pbProgressBg->Refresh();
     });
+}
+
+void Panel::EndAfterModalBoxes(std::unique_ptr<Panel> panel)
+{
+    Panel& ending = *panel;
+    ending.Handlers.reset();
+    auto* rest = new EndedPanel(std::move(panel));
+    const QObjectList children = ending.UserControl.children();
+    for (QObject* child : children)
+        if (auto* control = qobject_cast<QWidget*>(child))
+            control->setParent(rest);
+    DeleteAfterModalBoxes(rest);
 }
 
 void Panel::UserControl_Terminate()

@@ -12,6 +12,7 @@
 #include "platform/Pictures.h"
 
 #include <cstdint>
+#include <memory>
 
 class Tessaly;
 
@@ -22,6 +23,14 @@ public:
     explicit Panel(Tessaly& userControl);
     Panel(const Panel&) = delete;
     Panel& operator=(const Panel&) = delete;
+
+    // Ends a panel whose widget is going while a modal box is open, which a
+    // handler of the panel may be waiting on: no handler runs any more, and
+    // the controls and state live on, hidden, until the boxes have closed.
+    static void EndAfterModalBoxes(std::unique_ptr<Panel> panel);
+    // Whether the panel's widget has gone. A handler that comes back from a
+    // modal box returns at once when it has.
+    bool Ended() const { return !Handlers; }
 
     // Host interface: cells and rows.
     void AddItemToGrd(int16_t Part, const QString& FormatType, bool IsNumber, bool ReadOnly,
@@ -80,6 +89,8 @@ public:
 
     // The controls. The layout makes them (src/layout), start-up dresses them.
     Tessaly& UserControl;
+    // The receiver of the controls' events: the handlers run while it lives.
+    std::unique_ptr<QObject> Handlers = std::make_unique<QObject>();
     QPixmap Picture; // the panel's background, under every control
     ControlArray<Frame> fraFlexGrid{QStringLiteral("fraFlexGrid")};
     ControlArray<MSFlexGrid> MSFlexGrid1{QStringLiteral("MSFlexGrid1")};

@@ -1,6 +1,7 @@
 #include <tessaly/Tessaly.h>
 
 #include "panel/Panel.h"
+#include "platform/ModalBox.h"
 
 #include <QPaintEvent>
 #include <QPainter>
@@ -15,7 +16,12 @@ Tessaly::Tessaly(QWidget* parent)
 
 Tessaly::~Tessaly()
 {
-    d->UserControl_Terminate();
+    // A handler of the panel may be waiting on an open box: what it works on
+    // must outlive it.
+    if (tessaly::ModalBoxOpen())
+        Panel::EndAfterModalBoxes(std::move(d));
+    else
+        d->UserControl_Terminate();
 }
 
 void Tessaly::AddItemToGrd(int16_t Part, const QString& FormatType, bool IsNumber, bool ReadOnly,

@@ -66,7 +66,8 @@ void Panel::OrvenTreeView1_Click()
                 SetFraFlexGridVisible(page, true);
         }
 
-        UserControl.update();
+        if (!Ended())
+            UserControl.update();
     });
 }
 

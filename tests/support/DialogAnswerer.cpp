@@ -26,10 +26,15 @@ protected:
             seen.icon = box->icon();
             seen.buttons = int(box->buttons().size());
         }
-        if (g_current)
-            g_current->m_seen.append(seen);
-        else
+        if (!g_current)
             ADD_FAILURE() << "Unexpected dialog: " << qPrintable(seen.text) << " " << qPrintable(seen.objectName);
+        else
+            g_current->m_seen.append(seen);
+        if (g_current && g_current->answer) {
+            QMetaObject::invokeMethod(dialog, [dialog, answer = g_current->answer] { answer(*dialog); },
+                                      Qt::QueuedConnection);
+            return false;
+        }
         // Closed from the dialog's own event loop, as a click on OK would;
         // then the window that was active before is active again, as a
         // window manager makes it (the offscreen platform does not).

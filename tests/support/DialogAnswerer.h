@@ -9,6 +9,10 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
+
+class QDialog;
+
 struct SeenDialog {
     QString objectName;
     QString title;
@@ -25,6 +29,9 @@ public:
     DialogAnswerer& operator=(const DialogAnswerer&) = delete;
 
     const QList<SeenDialog>& seen() const { return m_seen; }
+    // Instead of pressing OK, the next dialogs get this answer, from their
+    // own event loop.
+    std::function<void(QDialog&)> answer;
     QStringList texts() const;
 
     // Installed once per test binary, by main.
