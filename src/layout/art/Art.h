@@ -1,0 +1,27 @@
+// The skin's bitmaps as the generator knows them: each has a name, a size in
+// pixels, and a painting that draws it in those coordinates at any scale.
+#pragma once
+
+#include <QList>
+#include <QSize>
+#include <QString>
+
+#include <functional>
+
+class QPainter;
+
+namespace tessaly::art {
+
+struct Bitmap {
+    QString name;
+    QSize size;
+    std::function<void(QPainter&)> paint;
+};
+
+QList<Bitmap> PanelBackground();
+QList<Bitmap> PageBackgrounds();
+
+// The panel's background.
+void PaintPanel(QPainter& painter);
+
+} // namespace tessaly::art
