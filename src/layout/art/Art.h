@@ -20,6 +20,8 @@ struct Bitmap {
 
 QList<Bitmap> PanelBackground();
 QList<Bitmap> PageBackgrounds();
+QList<Bitmap> WindowButtons();
+QList<Bitmap> CommandButtons();
 
 // The panel's background.
 void PaintPanel(QPainter& painter);

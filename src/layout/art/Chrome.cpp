@@ -6,6 +6,14 @@
 
 namespace tessaly::art {
 
+void PaintUnder(QPainter& painter, QPoint at, void (*window)(QPainter&))
+{
+    painter.save();
+    painter.translate(-at);
+    window(painter);
+    painter.restore();
+}
+
 void PaintTitleBand(QPainter& painter, int width, int height)
 {
     painter.fillRect(QRect(0, 0, width, height), Vertical(0, height, SteelTop, SteelBottom));

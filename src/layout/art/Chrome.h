@@ -8,6 +8,10 @@ class QString;
 
 namespace tessaly::art {
 
+// The part of a window's background that a bitmap shown at `at` covers: the
+// bitmap starts from it, so that its edges meet the window's art seamlessly.
+void PaintUnder(QPainter& painter, QPoint at, void (*window)(QPainter&));
+
 // A light steel title band over rows 0 to height - 1, closed by an edge and
 // an amber rule in the two rows below it.
 void PaintTitleBand(QPainter& painter, int width, int height);

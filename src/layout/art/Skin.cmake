@@ -3,7 +3,12 @@
 # :/tessaly/skin/<name>.png and :/tessaly/skin/<name>@2x.png.
 function(tessaly_add_skin target)
     set(names
-        Tessaly imageBasicInfo2 imgMIPProfile)
+        Tessaly imageBasicInfo2 imgMIPProfile
+        imageMinize imageMinimizeSel imageClose imageCloseSel
+        imageReadIdle imageReadOver imageReadSel imageReadDim
+        imageWriteIdle imageWriteOver imageWriteSel imageWriteDim
+        imageExitIdle imageExitOver imageExitSel imageExitDim
+        imageUndoIdle imageUndoOver imageUndoSel imageUndoDim)
     set(folder ${CMAKE_CURRENT_BINARY_DIR}/skin)
     set(files)
     foreach(name IN LISTS names)
