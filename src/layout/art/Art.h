@@ -22,8 +22,11 @@ QList<Bitmap> PanelBackground();
 QList<Bitmap> PageBackgrounds();
 QList<Bitmap> WindowButtons();
 QList<Bitmap> CommandButtons();
+QList<Bitmap> ProgressBars();
+QList<Bitmap> MessageBox();
 
-// The panel's background.
+// The backgrounds of the two windows.
 void PaintPanel(QPainter& painter);
+void PaintMessageBox(QPainter& painter);
 
 } // namespace tessaly::art

@@ -8,7 +8,9 @@ function(tessaly_add_skin target)
         imageReadIdle imageReadOver imageReadSel imageReadDim
         imageWriteIdle imageWriteOver imageWriteSel imageWriteDim
         imageExitIdle imageExitOver imageExitSel imageExitDim
-        imageUndoIdle imageUndoOver imageUndoSel imageUndoDim)
+        imageUndoIdle imageUndoOver imageUndoSel imageUndoDim
+        pbProgress pbProgressBg
+        frmMsgBox imgBtnOK0 imgBtnOK1 Image1)
     set(folder ${CMAKE_CURRENT_BINARY_DIR}/skin)
     set(files)
     foreach(name IN LISTS names)

@@ -43,7 +43,8 @@ int main(int argc, char** argv)
         std::fprintf(stderr, "%s: cannot make %s\n", argv[0], argv[1]);
         return 1;
     }
-    const QList<Bitmap> bitmaps = PanelBackground() + PageBackgrounds() + WindowButtons() + CommandButtons();
+    const QList<Bitmap> bitmaps =
+        PanelBackground() + PageBackgrounds() + WindowButtons() + CommandButtons() + ProgressBars() + MessageBox();
     for (const Bitmap& bitmap : bitmaps) {
         for (int scale : {1, 2}) {
             const QString file = folder.filePath(bitmap.name + (scale == 2 ? "@2x.png" : ".png"));
