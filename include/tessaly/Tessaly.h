@@ -57,5 +57,5 @@ protected:
 
 private:
     friend tessaly::Panel& PanelOf(Tessaly& panel);
-    std::unique_ptr<tessaly::Panel> const d;
+    std::unique_ptr<tessaly::Panel> d;
 };

@@ -168,6 +168,7 @@ void Panel::BuildLayout()
     auto* text0 = Place<TextBox>(page0, "txtEdit", 360, 600, 1335, 360);
     text0->setText(QStringLiteral("Text2"));
     text0->setFont(LayoutFont(Tahoma, 8.25));
+    text0->setFlatBorder(QColor(0x33, 0x99, 0xFF)); // the editor is as low as a grid row
     txtEdit.Adopt(0, text0);
 
     OrvenTreeView1 = Place<OrvenTreeView>(panel, "OrvenTreeView1", 330, 1260, 2865, 5190);

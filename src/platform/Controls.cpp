@@ -88,6 +88,8 @@ void TextBox::CopyFrom(const TextBox& model)
     setFrame(model.hasFrame());
     setReadOnly(model.isReadOnly());
     setAlignment(model.alignment());
+    if (model.m_flatBorder.isValid())
+        setFlatBorder(model.m_flatBorder);
 }
 
 int TextBox::MaxLength() const
@@ -100,6 +102,23 @@ void TextBox::setMaxLength(int length)
     if (length < 0)
         Raise(errInvalidPropertyValue, QStringLiteral("Invalid property value"));
     QLineEdit::setMaxLength(length == 0 ? NoLimit : length);
+}
+
+void TextBox::setFlatBorder(const QColor& color)
+{
+    m_flatBorder = color;
+    setFrame(false);
+    setTextMargins(2, 1, 2, 1);
+}
+
+void TextBox::paintEvent(QPaintEvent* event)
+{
+    QLineEdit::paintEvent(event);
+    if (m_flatBorder.isValid()) {
+        QPainter painter(this);
+        painter.setPen(m_flatBorder);
+        painter.drawRect(rect().adjusted(0, 0, -1, -1));
+    }
 }
 
 void TextBox::setSelStart(int position)

@@ -81,6 +81,9 @@ public:
     int SelStart() const { return cursorPosition(); }
     void setSelStart(int position);
     void setForeColor(const QColor& color) { SetControlColors(*this, {}, color); }
+    // Draws a one-pixel border of `color` in place of the style's frame,
+    // which leaves room for a line of text in a box as low as a grid row.
+    void setFlatBorder(const QColor& color);
 
 signals:
     void GotFocus();
@@ -94,9 +97,11 @@ protected:
     void focusOutEvent(QFocusEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void keyReleaseEvent(QKeyEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
 
 private:
     static constexpr int NoLimit = 32767; // QLineEdit's own default
+    QColor m_flatBorder;
 };
 
 // A drop-down list whose text can only be picked, never typed. Click comes
