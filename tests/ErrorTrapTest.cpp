@@ -25,14 +25,6 @@ TEST(ErrorTrap, ReportLineCarriesLabelsNumberAndDescriptionBetweenTabs)
     EXPECT_EQ(Err().Number, 0);
 }
 
-TEST(ErrorTrap, NoCurrentErrorShowsNothing)
-{
-    DialogAnswerer answerer;
-    Err().Clear();
-    ReportError(QStringLiteral("Interface"), QStringLiteral("SetModelDLL"));
-    EXPECT_TRUE(answerer.seen().isEmpty());
-}
-
 TEST(ErrorTrap, ErrorEndsTheRoutineAndItsCallerGoesOn)
 {
     DialogAnswerer answerer;

@@ -51,65 +51,45 @@ TEST_F(TreeNavigationTest, ClickingANodeShowsItsPageAloneAndTitlesIt)
     }
 }
 
-TEST_F(TreeNavigationTest, MipProfileNodeShowsTheProfileFrameNotGridThree)
+TEST_F(TreeNavigationTest, FramesKeysAndNodesOfNoPage)
 {
     clickNode(QStringLiteral("MIP Profile"));
     EXPECT_TRUE(panel().fraMIPProfile->isVisible());
-    EXPECT_TRUE(shownPages().isEmpty());
-    EXPECT_EQ(panel().lblDataTitle->Caption(), "MIP Profile");
-
+    EXPECT_TRUE(shownPages().isEmpty()) << "the profile frame, not grid 3";
     clickNode(QStringLiteral("Basic Information"));
     EXPECT_TRUE(panel().fraBasicInfo->isVisible());
     EXPECT_FALSE(panel().fraMIPProfile->isVisible());
-    EXPECT_EQ(panel().lblDataTitle->Caption(), "Basic Information");
+
+    // The keys move the selection as a click does.
+    clickNode(QStringLiteral("System NAM1"));
+    QTest::keyClick(panel().OrvenTreeView1, Qt::Key_Down);
+    EXPECT_EQ(shownPages(), QList<int>{20});
+    EXPECT_EQ(panel().lblDataTitle->Caption(), "System NAM2");
+
+    // A node of no page titles the area and shows nothing; names match exactly.
+    panel().OrvenTreeView1->AddRootNode(QStringLiteral("data"));
+    clickNode(QStringLiteral("data"));
+    EXPECT_EQ(panel().lblDataTitle->Caption(), "data");
+    EXPECT_TRUE(shownPages().isEmpty());
+    EXPECT_FALSE(panel().fraBasicInfo->isVisible() || panel().fraMIPProfile->isVisible());
 }
 
-TEST_F(TreeNavigationTest, EveryClickSendsAllGridsToTheirTopLeft)
+TEST_F(TreeNavigationTest, EveryClickSendsAllGridsHomeAndClosesEditors)
 {
-    for (int page : {0, 13, 20}) {
+    clickNode(QStringLiteral("Data"));
+    for (int page : {0, 2, 13, 20}) {
         grid(page)->setTopRow(40);
         grid(page)->setLeftCol(1);
         grid(page)->setRow(50);
         grid(page)->setCol(1);
     }
-    clickNode(QStringLiteral("General"));
+    panel().txtEdit(2)->setVisible(true);
+    clickNode(QStringLiteral("Data")); // the node already selected
+    EXPECT_EQ(shownPages(), QList<int>{2});
+    EXPECT_FALSE(panel().txtEdit(2)->Visible());
     for (int page = 0; page <= 20; ++page) {
         SCOPED_TRACE(page);
-        EXPECT_EQ(grid(page)->TopRow(), 1);
-        EXPECT_EQ(grid(page)->LeftCol(), 0);
-        EXPECT_EQ(grid(page)->Row(), 1);
-        EXPECT_EQ(grid(page)->Col(), 0);
+        EXPECT_EQ(QPoint(grid(page)->LeftCol(), grid(page)->TopRow()), QPoint(0, 1));
+        EXPECT_EQ(QPoint(grid(page)->Col(), grid(page)->Row()), QPoint(0, 1));
     }
-}
-
-TEST_F(TreeNavigationTest, ClickingTheSelectedNodeAgainShowsItsPageAgain)
-{
-    clickNode(QStringLiteral("Data"));
-    grid(2)->setRow(5);
-    panel().txtEdit(2)->setVisible(true);
-    clickNode(QStringLiteral("Data"));
-    EXPECT_EQ(shownPages(), QList<int>{2});
-    EXPECT_EQ(grid(2)->Row(), 1);
-    // An editor left open on the page is closed when the page shows again.
-    EXPECT_FALSE(panel().txtEdit(2)->Visible());
-}
-
-TEST_F(TreeNavigationTest, ArrowKeysInTheTreeShowThePageOfTheNewNode)
-{
-    clickNode(QStringLiteral("System NAM1"));
-    QTest::keyClick(panel().OrvenTreeView1, Qt::Key_Down);
-    EXPECT_EQ(panel().OrvenTreeView1->SelectedText(), "System NAM2");
-    EXPECT_EQ(shownPages(), QList<int>{20});
-    EXPECT_EQ(panel().lblDataTitle->Caption(), "System NAM2");
-}
-
-TEST_F(TreeNavigationTest, NodeOfNoPageChangesTheTitleAndShowsNothing)
-{
-    OrvenTreeView* tree = panel().OrvenTreeView1;
-    tree->AddRootNode(QStringLiteral("data")); // differs from "Data" only in case
-    clickNode(QStringLiteral("data"));
-    EXPECT_EQ(panel().lblDataTitle->Caption(), "data");
-    EXPECT_TRUE(shownPages().isEmpty());
-    EXPECT_FALSE(panel().fraBasicInfo->isVisible());
-    EXPECT_FALSE(panel().fraMIPProfile->isVisible());
 }
