@@ -8,24 +8,30 @@
 
 namespace tessaly {
 
-void Panel::MSFlexGrid1_RowConlChange(int16_t Index)
+// Hides the text box, then the combo box, of a page; once both are closed,
+// the page's cell changes and scrolling are no longer listened to.
+void Panel::CloseEditors(int16_t Index)
 {
-    OnErrorReport("Event_Function", "MSFlexGrid1_RowConlChange", [&] {
-        txtEdit(Index)->setVisible(false);
+    TextBox* box = txtEdit(Index);
+    ComboBox* combo = cboEditCell(Index);
+    if (!box->isHidden()) {
+        box->setVisible(false); // may raise txtEdit_LostFocus
         if (Ended())
             return;
-        cboEditCell(Index)->setVisible(false);
-    });
+    }
+    combo->setVisible(false);
+    if (box->isHidden())
+        StopWatchingEditors(Index);
+}
+
+void Panel::MSFlexGrid1_RowConlChange(int16_t Index)
+{
+    OnErrorReport("Event_Function", "MSFlexGrid1_RowConlChange", [&] { CloseEditors(Index); });
 }
 
 void Panel::MSFlexGrid1_Scroll(int16_t Index)
 {
-    OnErrorReport("Event_Function", "MSFlexGrid1_Scroll", [&] {
-        txtEdit(Index)->setVisible(false);
-        if (Ended())
-            return;
-        cboEditCell(Index)->setVisible(false);
-    });
+    OnErrorReport("Event_Function", "MSFlexGrid1_Scroll", [&] { CloseEditors(Index); });
 }
 
 void Panel::MSFlexGrid1_DblClick(int16_t Index)
@@ -100,6 +106,7 @@ void Panel::SetComboOrTextBox(int16_t Index)
             box->setHeight(float(grid->CellHeight() - 100));
             box->setMaxLength(int(attr.FormatType.size()));
             box->setText(text);
+            WatchEditorsClosing(Index);
             box->SetFocus();
             return;
         }
@@ -112,6 +119,7 @@ void Panel::SetComboOrTextBox(int16_t Index)
                 selected = i;
         }
         combo->setVisible(true);
+        WatchEditorsClosing(Index);
         combo->setTop(top);
         combo->setLeft(left);
         combo->setWidth(float(grid->CellWidth()));

@@ -44,9 +44,11 @@ void Panel::WriteCell(int16_t page, int32_t row, int32_t col, const QString& For
     MSFlexGrid* grid = MSFlexGrid1(page);
     grid->setTextMatrix(row, col, InputStr);
     CellAttr& attr = g_arrCellAttr(page, grid->Rows() * col + row);
-    if (!ComboStr.isEmpty())
+    // A host fills page after page with the same strings: assigning a
+    // string to itself would still cost two atomic counts.
+    if (!ComboStr.isEmpty() && !attr.ComboStr.isSharedWith(ComboStr))
         attr.ComboStr = ComboStr;
-    if (!FormatType.isEmpty())
+    if (!FormatType.isEmpty() && !attr.FormatType.isSharedWith(FormatType))
         attr.FormatType = FormatType;
     attr.IsNumber = IsNumber;
     attr.ReadOnly = ReadOnly;

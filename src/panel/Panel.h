@@ -13,6 +13,8 @@
 
 #include <cstdint>
 #include <memory>
+#include <utility>
+#include <vector>
 
 class Tessaly;
 
@@ -71,6 +73,9 @@ public:
     void MSFlexGrid1_KeyUp(int16_t Index, int16_t KeyCode, int16_t Shift);
     void SetComboOrTextBox(int16_t Index);
     void SetCellPosition();
+    void CloseEditors(int16_t Index);
+    void WatchEditorsClosing(int16_t Index);
+    void StopWatchingEditors(int16_t Index);
 
     // The text editor, the combo editor and the value limits.
     void txtEdit_GotFocus(int16_t Index);
@@ -91,6 +96,8 @@ public:
     Tessaly& UserControl;
     // The receiver of the controls' events: the handlers run while it lives.
     std::unique_ptr<QObject> Handlers = std::make_unique<QObject>();
+    // Per page, while an editor is open: its grid's RowColChange and Scroll.
+    std::vector<std::pair<QMetaObject::Connection, QMetaObject::Connection>> EditorWatch;
     QPixmap Picture; // the panel's background, under every control
     ControlArray<Frame> fraFlexGrid{QStringLiteral("fraFlexGrid")};
     ControlArray<MSFlexGrid> MSFlexGrid1{QStringLiteral("MSFlexGrid1")};
