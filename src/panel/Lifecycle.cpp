@@ -148,6 +148,23 @@ void Panel::EndAfterModalBoxes(std::unique_ptr<Panel> panel)
     DeleteAfterModalBoxes(rest);
 }
 
+// Repaints the panel's own surface: its background and the controls without
+// a window of their own on it (labels, images, shapes), which runs
+// UserControl_Paint. The controls with windows of their own keep what they
+// show, as under the platform's Refresh; Qt would otherwise repaint every
+// one of them as well.
+void Panel::RefreshUserControl()
+{
+    QRegion surface(UserControl.rect());
+    for (QObject* child : UserControl.children()) {
+        auto* control = qobject_cast<QWidget*>(child);
+        if (control && control->isVisible() && !qobject_cast<Label*>(control) && !qobject_cast<Image*>(control)
+            && !qobject_cast<Shape*>(control))
+            surface -= control->geometry();
+    }
+    UserControl.update(surface);
+}
+
 void Panel::UserControl_Terminate()
 {
     OnErrorReport("Event_Function", "UserControl_Terminate", [&] {

@@ -50,6 +50,7 @@ public:
     void UserControl_Initialize();
     void UserControl_Paint();
     void UserControl_Terminate();
+    void RefreshUserControl();
     void OrvenTreeView1_Click();
 
     // A page's control set.
