@@ -129,9 +129,6 @@ TEST_F(LayoutTest, ControlsHaveTheirFontsColoursAndAlignment)
         EXPECT_TRUE(!box->hasFrame() && !box->isEnabled()) << qPrintable(box->objectName());
     EXPECT_FALSE(p.imgDataBack->isEnabled());
     EXPECT_TRUE(p.imgDataBack->testAttribute(Qt::WA_TransparentForMouseEvents));
-    EXPECT_EQ(p.rbMIPProfile(4)->text(), "MIP Profile 4");
-    EXPECT_EQ(p.Label1->Caption(), "Number Of Profiles");
-    EXPECT_EQ(p.lblTitleShadow->Caption(), p.lblTitle->Caption());
 }
 
 TEST_F(LayoutTest, FocusChainFollowsTheTabIndexes)
