@@ -3,6 +3,8 @@
 // FlexGridInput.cpp.
 #include "platform/MSFlexGrid.h"
 
+#include "platform/FlatScrollBar.h"
+
 #include <QScopedValueRollback>
 #include <QScrollBar>
 
@@ -35,6 +37,8 @@ MSFlexGrid::MSFlexGrid(QWidget* parent)
     : FormControl<QAbstractScrollArea>(parent)
 {
     setFocusPolicy(Qt::StrongFocus);
+    setVerticalScrollBar(new FlatScrollBar(Qt::Vertical));
+    setHorizontalScrollBar(new FlatScrollBar(Qt::Horizontal));
     setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     horizontalScrollBar()->setSingleStep(1);

@@ -1,0 +1,19 @@
+// The grid's scroll bars: flat, in the skin's greys, drawn with plain fills.
+// They have the style's geometry and behaviour; only their look is their own,
+// which keeps a page switch from repainting gradient grooves line by line.
+#pragma once
+
+#include <QScrollBar>
+
+namespace tessaly {
+
+class FlatScrollBar : public QScrollBar {
+    Q_OBJECT
+public:
+    explicit FlatScrollBar(Qt::Orientation orientation, QWidget* parent = nullptr);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+};
+
+} // namespace tessaly
