@@ -9,6 +9,7 @@
 // 13 "Calibration", 14 to 19 the MIP profiles 0 to 5, 20 "System NAM2".
 #pragma once
 
+#include <tessaly/BaseModel.h>
 #include <tessaly/tessaly_export.h>
 
 #include <QString>
@@ -51,6 +52,35 @@ public:
     Q_INVOKABLE void SetGrid2Rows(int16_t Number);
     Q_INVOKABLE void SetSettingRows(int16_t Number);
     Q_INVOKABLE void SetSystemRows(int16_t Number);
+
+    // Binds the model of the connected handset, replaces it, or with null
+    // drops it; the label above the tree names it and its port. The host
+    // keeps owning the model (see BaseModel.h).
+    Q_INVOKABLE void SetModelDLL(IBaseModel* model);
+
+    // The MIP profiles: how many are in use (1 to 6; 1 until one is set),
+    // which one is active (0 to 5), and whether the user may change them.
+    // Values out of range are reported and change nothing.
+    Q_INVOKABLE int16_t GetProfileCount();
+    Q_INVOKABLE void SetProfileCount(int16_t count);
+    Q_INVOKABLE int16_t GetActiveProfileIndex();
+    Q_INVOKABLE void SetActiveProfileIndex(int16_t ActiveIdx);
+    Q_INVOKABLE void SetActiveProfileEnable(bool bEnable);
+    Q_INVOKABLE void SetProfileCountEnable(bool bEnable);
+
+    // The six values of the "Basic Information" page, shown as given.
+    Q_INVOKABLE void SetBasicInfo(const QString& PhoneVersion, const QString& WarrantyDate, const QString& ESN,
+                                  const QString& MEID, const QString& LifeTime, const QString& LifeCnt);
+    // Kept for hosts written against earlier panels: the panel holds no
+    // security values; the setter accepts them, the getters give "".
+    Q_INVOKABLE void SetSecurityInfo(const QString& SecCode, bool IsProVersion, const QString& LockCode,
+                                     const QString& AKey0, const QString& AKey1, const QString& AkeyChk,
+                                     const QString& SsdA0, const QString& SsdA1, const QString& SsdAChk,
+                                     const QString& SsdB0, const QString& SsdB1, const QString& SsdBChk,
+                                     const QString& count);
+    Q_INVOKABLE QString GetSecCode();
+    Q_INVOKABLE QString GetLockCode();
+    Q_INVOKABLE QString GetAKey(int16_t index);
 
 protected:
     void paintEvent(QPaintEvent* event) override;

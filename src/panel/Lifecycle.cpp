@@ -34,6 +34,7 @@ Panel::Panel(Tessaly& userControl)
     BuildLayout();
     QObject::connect(OrvenTreeView1, &OrvenTreeView::Click, Handlers.get(), [this] { OrvenTreeView1_Click(); });
     WireEditingEvents();
+    QObject::connect(cmbProfileCount, &ComboBox::Click, Handlers.get(), [this] { cmbProfileCount_Click(); });
     UserControl_Initialize();
 }
 
@@ -133,6 +134,7 @@ void Panel::UserControl_Paint()
 {
     OnErrorReport("Event_Function", "UserControl_Paint", [&] {
         pbProgressBg->Refresh();
+        DrawProgressBar();
     });
 }
 

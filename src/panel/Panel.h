@@ -11,6 +11,11 @@
 #include "platform/OrvenTreeView.h"
 #include "platform/Pictures.h"
 
+#include <tessaly/BaseModel.h>
+
+#include <QList>
+#include <QPointer>
+
 #include <cstdint>
 #include <memory>
 #include <utility>
@@ -45,6 +50,31 @@ public:
     void SetGrid2Rows(int16_t Number);
     void SetSettingRows(int16_t Number);
     void SetSystemRows(int16_t Number);
+
+    // The model of the connected handset, and its events.
+    void SetModelDLL(IBaseModel* model);
+    bool CheckModelDLL();
+    void events_StepIt(int32_t lPort);
+    void events_GetSubTotalProgressCount(const QString& bstrSubProcessName, int32_t dwTotalProgressCount,
+                                         int32_t lPort);
+    void events_GetTotalProgressCount(int32_t dwTotalProgressCount, int32_t lPort);
+    void events_SetProcessStep(int32_t lProcess, int32_t nStatus, int32_t lPort);
+    void events_SetSubProcessStep(int32_t lProcess, int32_t nStatus, int32_t lPort);
+    void MoveToStep(int32_t nStatus);
+    void DrawProgress();
+    void DrawProgressBar();
+    void DrawProgressState();
+
+    // The MIP profiles and the basic information.
+    int16_t GetProfileCount();
+    void SetProfileCount(int16_t count);
+    int16_t GetActiveProfileIndex();
+    void SetActiveProfileIndex(int16_t ActiveIdx);
+    void SetActiveProfileEnable(bool bEnable);
+    void SetProfileCountEnable(bool bEnable);
+    void cmbProfileCount_Click();
+    void SetBasicInfo(const QString& PhoneVersion, const QString& WarrantyDate, const QString& ESN, const QString& MEID,
+                      const QString& LifeTime, const QString& LifeCnt);
 
     // Events of the panel itself.
     void UserControl_Initialize();
@@ -156,7 +186,10 @@ public:
     Image* imageReadOver = nullptr;
     Image* imageReadDim = nullptr;
 
-    // Panel state.
+    // Panel state. The host owns the model; the panel only holds it while
+    // bound, and a model deleted meanwhile is as none.
+    QPointer<IBaseModel> g_objModel;
+    QList<QMetaObject::Connection> events;
     Array2D<CellAttr> g_arrCellAttr;
     Array1D<AddedTab> g_arrAddedTab;
     Array1D<LockCodeCell> g_arrLockCodeCells;

@@ -47,6 +47,21 @@ void Tessaly::SetGrid2Rows(int16_t Number) { d->SetGrid2Rows(Number); }
 void Tessaly::SetSettingRows(int16_t Number) { d->SetSettingRows(Number); }
 void Tessaly::SetSystemRows(int16_t Number) { d->SetSystemRows(Number); }
 
+void Tessaly::SetModelDLL(IBaseModel* model) { d->SetModelDLL(model); }
+
+int16_t Tessaly::GetProfileCount() { return d->GetProfileCount(); }
+void Tessaly::SetProfileCount(int16_t count) { d->SetProfileCount(count); }
+int16_t Tessaly::GetActiveProfileIndex() { return d->GetActiveProfileIndex(); }
+void Tessaly::SetActiveProfileIndex(int16_t ActiveIdx) { d->SetActiveProfileIndex(ActiveIdx); }
+void Tessaly::SetActiveProfileEnable(bool bEnable) { d->SetActiveProfileEnable(bEnable); }
+void Tessaly::SetProfileCountEnable(bool bEnable) { d->SetProfileCountEnable(bEnable); }
+
+void Tessaly::SetBasicInfo(const QString& PhoneVersion, const QString& WarrantyDate, const QString& ESN,
+                           const QString& MEID, const QString& LifeTime, const QString& LifeCnt)
+{
+    d->SetBasicInfo(PhoneVersion, WarrantyDate, ESN, MEID, LifeTime, LifeCnt);
+}
+
 void Tessaly::paintEvent(QPaintEvent* event)
 {
     QPainter painter(this); // clipped to what needs painting
@@ -55,6 +70,7 @@ void Tessaly::paintEvent(QPaintEvent* event)
     else
         painter.drawPixmap(0, 0, d->Picture);
     painter.end();
+    const tessaly::PictureBox::ContainerPainting painting;
     d->UserControl_Paint();
 }
 

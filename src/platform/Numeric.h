@@ -4,6 +4,7 @@
 
 #include "platform/RuntimeError.h"
 
+#include <cmath>
 #include <cstdint>
 #include <limits>
 
@@ -26,6 +27,24 @@ inline int32_t ToInt32(int64_t value)
     if (value < std::numeric_limits<int32_t>::min() || value > std::numeric_limits<int32_t>::max())
         RaiseOverflow();
     return int32_t(value);
+}
+
+// Rounds to the nearest whole number, halves to the even neighbour, as the
+// platform's conversions do: 2.5 gives 2, 3.5 gives 4.
+inline int16_t RoundToInt16(double value)
+{
+    const double rounded = std::nearbyint(value);
+    if (!(rounded >= std::numeric_limits<int16_t>::min() && rounded <= std::numeric_limits<int16_t>::max()))
+        RaiseOverflow();
+    return int16_t(rounded);
+}
+
+inline int32_t RoundToInt32(double value)
+{
+    const double rounded = std::nearbyint(value);
+    if (!(rounded >= std::numeric_limits<int32_t>::min() && rounded <= std::numeric_limits<int32_t>::max()))
+        RaiseOverflow();
+    return int32_t(rounded);
 }
 
 } // namespace tessaly

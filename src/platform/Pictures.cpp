@@ -27,7 +27,29 @@ void PictureBox::setPicture(const QPixmap& picture)
 void PictureBox::Refresh()
 {
     m_surface = m_picture;
-    update();
+    showSurface();
+}
+
+void PictureBox::BitBlt(int x, int y, int width, int height, const PictureBox& source, int sourceX, int sourceY)
+{
+    if (m_surface.isNull() || width <= 0 || height <= 0)
+        return;
+    const qreal ratio = source.m_surface.devicePixelRatio(); // the source rectangle is in its own pixels
+    QPainter painter(&m_surface);
+    painter.drawPixmap(QRectF(x, y, width, height), source.m_surface,
+                       QRectF(sourceX * ratio, sourceY * ratio, width * ratio, height * ratio));
+    painter.end();
+    showSurface();
+}
+
+void PictureBox::showSurface()
+{
+    if (!isVisible())
+        return;
+    if (s_containersPainting > 0)
+        update();
+    else
+        repaint();
 }
 
 void PictureBox::paintEvent(QPaintEvent* event)

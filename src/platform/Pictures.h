@@ -11,7 +11,8 @@
 namespace tessaly {
 
 // Drawing goes onto the surface and stays there until Refresh wipes it back
-// to the picture.
+// to the picture. Drawing shows at once, as on the screen itself, even while
+// no event loop runs; a container that paints draws the box with it.
 class PictureBox : public FormControl<QWidget> {
     Q_OBJECT
     Q_PROPERTY(QPixmap Picture READ Picture WRITE setPicture)
@@ -20,8 +21,21 @@ public:
 
     const QPixmap& Picture() const { return m_picture; }
     void setPicture(const QPixmap& picture);
-    QPixmap& Surface() { return m_surface; }
+    const QPixmap& Surface() const { return m_surface; }
     void Refresh();
+
+    // Copies `width` by `height` pixels of `source`'s surface from (sourceX,
+    // sourceY) onto this surface at (x, y), as a blit between device contexts.
+    void BitBlt(int x, int y, int width, int height, const PictureBox& source, int sourceX, int sourceY);
+
+    // While a container paints, a drawing on a box waits for that paint.
+    class ContainerPainting {
+    public:
+        ContainerPainting() { ++s_containersPainting; }
+        ~ContainerPainting() { --s_containersPainting; }
+        ContainerPainting(const ContainerPainting&) = delete;
+        ContainerPainting& operator=(const ContainerPainting&) = delete;
+    };
 
 signals:
     void MouseDown(int Button, int Shift, float X, float Y);
@@ -36,6 +50,9 @@ protected:
     void mouseReleaseEvent(QMouseEvent* event) override;
 
 private:
+    void showSurface();
+
+    static inline int s_containersPainting = 0;
     QPixmap m_picture;
     QPixmap m_surface;
 };

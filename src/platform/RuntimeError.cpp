@@ -1,5 +1,7 @@
 #include "platform/RuntimeError.h"
 
+#include <tessaly/BaseModel.h>
+
 #include <new>
 #include <utility>
 
@@ -27,6 +29,9 @@ void ErrRecord::Capture(std::exception_ptr error)
     try {
         std::rethrow_exception(std::move(error));
     } catch (const RuntimeError& e) {
+        Number = e.number();
+        Description = e.description();
+    } catch (const ModelError& e) {
         Number = e.number();
         Description = e.description();
     } catch (const std::bad_alloc&) {
