@@ -2,6 +2,7 @@
 #include "panel/Panel.h"
 
 #include "frame/ReportError.h"
+#include "frame/modWheelScroll.h"
 #include "platform/ModalBox.h"
 #include "platform/Numeric.h"
 
@@ -34,6 +35,8 @@ Panel::Panel(Tessaly& userControl)
     BuildLayout();
     QObject::connect(OrvenTreeView1, &OrvenTreeView::Click, Handlers.get(), [this] { OrvenTreeView1_Click(); });
     WireEditingEvents();
+    WireCommandEvents();
+    WireFrameEvents();
     QObject::connect(cmbProfileCount, &ComboBox::Click, Handlers.get(), [this] { cmbProfileCount_Click(); });
     UserControl_Initialize();
 }
@@ -96,6 +99,8 @@ void Panel::UserControl_Initialize()
             combo->setFontSize(9);
             combo->setFontName(QStringLiteral("Tahoma"));
             combo->setVisible(false);
+
+            SetWheelScroll(grid, 1);
         }
 
         SetFlexGridTitleAll();
@@ -150,12 +155,12 @@ void Panel::EndAfterModalBoxes(std::unique_ptr<Panel> panel)
     DeleteAfterModalBoxes(rest);
 }
 
-// Repaints the panel's own surface: its background and the controls without
-// a window of their own on it (labels, images, shapes), which runs
-// UserControl_Paint. The controls with windows of their own keep what they
-// show, as under the platform's Refresh; Qt would otherwise repaint every
-// one of them as well.
-void Panel::RefreshUserControl()
+// The panel's own surface: its background and the controls without a window
+// of their own on it (labels, images, shapes). Repainting it runs
+// UserControl_Paint; the controls with windows of their own keep what they
+// show, as under the platform's Refresh, where Qt would otherwise repaint
+// every one of them as well.
+QRegion Panel::OwnSurface() const
 {
     QRegion surface(UserControl.rect());
     for (QObject* child : UserControl.children()) {
@@ -164,7 +169,7 @@ void Panel::RefreshUserControl()
             && !qobject_cast<Shape*>(control))
             surface -= control->geometry();
     }
-    UserControl.update(surface);
+    return surface;
 }
 
 void Panel::UserControl_Terminate()

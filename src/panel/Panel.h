@@ -65,6 +65,32 @@ public:
     void DrawProgressBar();
     void DrawProgressState();
 
+    // The command bar.
+    struct ButtonLooks {
+        Image* idle;
+        Image* over;
+        Image* sel;
+        Image* dim;
+    };
+    void WireCommandEvents();
+    ButtonLooks LooksOf(int16_t Index) const;
+    bool IsLive(int16_t Index) const;
+    void picCommand_MouseMove(int16_t Index, int16_t Button, int16_t Shift, float X, float Y);
+    void picCommand_MouseDown(int16_t Index, int16_t Button, int16_t Shift, float X, float Y);
+    void picCommand_Click(int16_t Index);
+    void SetDefaultButtonState();
+
+    // The window frame and the wheel.
+    void WireFrameEvents();
+    void imgWndClose_MouseDown();
+    void imgWndClose_MouseUp();
+    void imgWndClose_Click();
+    void imgWndMin_MouseDown();
+    void imgWndMin_MouseUp();
+    void imgWndMin_Click();
+    void lblTitle_MouseMove(int Button, int Shift, float X, float Y);
+    void ReleaseWheel();
+
     // The MIP profiles and the basic information.
     int16_t GetProfileCount();
     void SetProfileCount(int16_t count);
@@ -80,7 +106,7 @@ public:
     void UserControl_Initialize();
     void UserControl_Paint();
     void UserControl_Terminate();
-    void RefreshUserControl();
+    QRegion OwnSurface() const;
     void OrvenTreeView1_Click();
 
     // A page's control set.

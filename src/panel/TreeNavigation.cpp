@@ -67,7 +67,7 @@ void Panel::OrvenTreeView1_Click()
         }
 
         if (!Ended())
-            RefreshUserControl();
+            UserControl.update(OwnSurface());
     });
 }
 

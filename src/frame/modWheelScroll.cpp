@@ -1,0 +1,129 @@
+#include "frame/modWheelScroll.h"
+
+#include "frame/ReportError.h"
+#include "panel/Panel.h"
+#include "platform/MSFlexGrid.h"
+#include "platform/Numeric.h"
+
+#include <QPointer>
+#include <QWheelEvent>
+
+#include <memory>
+#include <vector>
+
+namespace tessaly {
+
+namespace {
+
+// One hooked grid. The hook is an event filter on the grid and each widget it
+// is made of; it lives as long as the record. A grid that goes without its
+// hook taken off leaves a record with no grid, which no search ever matches.
+class cls_SubClasData : public QObject {
+public:
+    cls_SubClasData(MSFlexGrid* grid, int32_t distance)
+        : objGrid(grid)
+        , nDistance(distance)
+    {
+    }
+
+    QPointer<MSFlexGrid> objGrid;
+    int32_t nDistance;
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+};
+
+// The hooks of this thread, in the order they were set.
+std::vector<std::unique_ptr<cls_SubClasData>>& g_colSubClasData()
+{
+    thread_local std::vector<std::unique_ptr<cls_SubClasData>> records;
+    return records;
+}
+
+cls_SubClasData* FindRecord(const MSFlexGrid* grid)
+{
+    for (const auto& record : g_colSubClasData())
+        if (record->objGrid && record->objGrid == grid)
+            return record.get();
+    return nullptr;
+}
+
+// The widgets whose events the hook sees: the grid and every widget inside it.
+QList<QWidget*> HookedWidgets(MSFlexGrid* grid)
+{
+    QList<QWidget*> widgets = grid->findChildren<QWidget*>();
+    widgets.prepend(grid);
+    return widgets;
+}
+
+// Only the sign of the wheel's turn counts: away from the user moves up, any
+// other turn, none included, moves down, by the record's distance.
+bool Proc_WheelScroll(cls_SubClasData& record, QEvent* event)
+{
+    if (event->type() != QEvent::Wheel)
+        return false;
+    OnErrorReport("modWheelScroll", "Proc_WheelScroll", [&] {
+        const QPoint turn = static_cast<QWheelEvent*>(event)->angleDelta();
+        const int delta = turn.y() != 0 ? turn.y() : turn.x();
+        Scroll_Grid(delta > 0 ? -record.nDistance : record.nDistance, record.objGrid);
+    });
+    event->accept();
+    return true;
+}
+
+bool cls_SubClasData::eventFilter(QObject*, QEvent* event)
+{
+    return objGrid && Proc_WheelScroll(*this, event);
+}
+
+} // namespace
+
+void SetWheelScroll(MSFlexGrid* grid, int32_t distance)
+{
+    OnErrorReport("modWheelScroll", "SetWheelScroll", [&] {
+        auto& records = g_colSubClasData();
+        // Records whose grids have gone stand in nobody's way; they go here.
+        std::erase_if(records, [](const auto& record) { return !record->objGrid; });
+        auto record = std::make_unique<cls_SubClasData>(grid, distance);
+        for (QWidget* widget : HookedWidgets(grid))
+            widget->installEventFilter(record.get());
+        records.push_back(std::move(record));
+    });
+}
+
+void RestoreWheelScroll(MSFlexGrid* grid)
+{
+    OnErrorReport("modWheelScroll", "RestoreWheelScroll", [&] {
+        auto& records = g_colSubClasData();
+        for (auto it = records.begin(); it != records.end(); ++it) {
+            if ((*it)->objGrid == grid) {
+                for (QWidget* widget : HookedWidgets(grid))
+                    widget->removeEventFilter(it->get());
+                records.erase(it);
+                return;
+            }
+        }
+    });
+}
+
+bool HasWheelScroll(const MSFlexGrid* grid)
+{
+    return grid && FindRecord(grid);
+}
+
+void Scroll_Grid(int32_t lines, MSFlexGrid* grid)
+{
+    OnErrorReport("modWheelScroll", "Scroll_Grid",
+                  [&] { grid->setTopRow(ToInt32(int64_t(grid->TopRow()) + lines)); });
+}
+
+void Panel::ReleaseWheel()
+{
+    OnErrorReport("Common_Function", "ReleaseWheel", [&] {
+        for (int16_t page = 0; page <= g_nLastTab; ++page)
+            if (MSFlexGrid1.exists(page) && HasWheelScroll(MSFlexGrid1(page)))
+                RestoreWheelScroll(MSFlexGrid1(page));
+    });
+}
+
+} // namespace tessaly

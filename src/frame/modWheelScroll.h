@@ -1,0 +1,24 @@
+// Wheel scrolling of the page grids. A hook on a grid sees every event of the
+// grid and of the widgets it is made of (its viewport and scroll bars), as a
+// replaced window procedure would: a wheel event moves the grid's first
+// visible row by the hook's distance and goes no further; every other event
+// passes on unchanged. The hooks of a thread are kept in one collection that
+// serves all its panels.
+#pragma once
+
+#include <cstdint>
+
+namespace tessaly {
+
+class MSFlexGrid;
+
+// Hooks `grid`, moving it `distance` rows a wheel event.
+void SetWheelScroll(MSFlexGrid* grid, int32_t distance);
+// Takes the hook off `grid`; nothing when it has none.
+void RestoreWheelScroll(MSFlexGrid* grid);
+// Whether `grid` has a hook.
+bool HasWheelScroll(const MSFlexGrid* grid);
+// TopRow moves by `lines`; the grid limits the value.
+void Scroll_Grid(int32_t lines, MSFlexGrid* grid);
+
+} // namespace tessaly
