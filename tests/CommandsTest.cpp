@@ -6,6 +6,7 @@
 #include "platform/MouseCapture.h"
 #include "support/PanelFixture.h"
 
+#include <QScreen>
 #include <QScrollBar>
 #include <QWheelEvent>
 
@@ -203,6 +204,10 @@ TEST_F(CommandsTest, ProgressDrawsOncePerWholePercentRoundingHalvesToEven)
             captions << p.lblPercent->Caption() + (counter.paints > before ? "*" : "");
             widths << barWidth();
         }
+        // On the screen already, while the model still holds the thread.
+        const QImage screen = host->screen()->grabWindow(host->winId()).toImage();
+        EXPECT_EQ(screen.pixel(p.pbProgressBg->mapTo(host.get(), QPoint(3, 8))),
+                  p.pbProgress->Picture().toImage().pixel(2, 7));
         for (int step = 8; step <= 199; ++step)
             emit m.StepIt(7);
         captions << p.lblPercent->Caption();
