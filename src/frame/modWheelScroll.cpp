@@ -17,16 +17,21 @@ namespace {
 
 // One hooked grid. The hook is an event filter on the grid and each widget it
 // is made of; it lives as long as the record. A grid that goes without its
-// hook taken off leaves a record with no grid, which no search ever matches.
+// hook taken off leaves a record whose grid has gone, which no search ever
+// matches.
 class cls_SubClasData : public QObject {
 public:
     cls_SubClasData(MSFlexGrid* grid, int32_t distance)
         : objGrid(grid)
+        , gridAlive(grid)
         , nDistance(distance)
     {
     }
 
-    QPointer<MSFlexGrid> objGrid;
+    bool holds(const MSFlexGrid* grid) const { return gridAlive && objGrid == grid; }
+
+    MSFlexGrid* objGrid;
+    QPointer<QObject> gridAlive; // a grid being destroyed is no longer a grid: only its address is compared
     int32_t nDistance;
 
 protected:
@@ -43,7 +48,7 @@ std::vector<std::unique_ptr<cls_SubClasData>>& g_colSubClasData()
 cls_SubClasData* FindRecord(const MSFlexGrid* grid)
 {
     for (const auto& record : g_colSubClasData())
-        if (record->objGrid && record->objGrid == grid)
+        if (record->holds(grid))
             return record.get();
     return nullptr;
 }
@@ -73,7 +78,7 @@ bool Proc_WheelScroll(cls_SubClasData& record, QEvent* event)
 
 bool cls_SubClasData::eventFilter(QObject*, QEvent* event)
 {
-    return objGrid && Proc_WheelScroll(*this, event);
+    return event->type() == QEvent::Wheel && gridAlive && Proc_WheelScroll(*this, event);
 }
 
 } // namespace
@@ -83,7 +88,7 @@ void SetWheelScroll(MSFlexGrid* grid, int32_t distance)
     OnErrorReport("modWheelScroll", "SetWheelScroll", [&] {
         auto& records = g_colSubClasData();
         // Records whose grids have gone stand in nobody's way; they go here.
-        std::erase_if(records, [](const auto& record) { return !record->objGrid; });
+        std::erase_if(records, [](const auto& record) { return !record->gridAlive; });
         auto record = std::make_unique<cls_SubClasData>(grid, distance);
         for (QWidget* widget : HookedWidgets(grid))
             widget->installEventFilter(record.get());
@@ -96,7 +101,7 @@ void RestoreWheelScroll(MSFlexGrid* grid)
     OnErrorReport("modWheelScroll", "RestoreWheelScroll", [&] {
         auto& records = g_colSubClasData();
         for (auto it = records.begin(); it != records.end(); ++it) {
-            if ((*it)->objGrid == grid) {
+            if ((*it)->holds(grid)) {
                 for (QWidget* widget : HookedWidgets(grid))
                     widget->removeEventFilter(it->get());
                 records.erase(it);
