@@ -279,8 +279,23 @@ TEST_F(CommandsTest, ExitAndCloseAskTheHostWindowToCloseWhichMayEndThePanel)
         EXPECT_TRUE(panel.isNull()) << index;
     }
 
-    // Minimise keeps the hooks; the pressed look lasts while the button is held.
+    // A click on the close button during a command waits for the command's
+    // one pass of the event loop, and the command still ends properly.
     Panel& p = panel();
+    model.onRead = [&](TestModel&) {
+        for (QEvent::Type type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease})
+            QCoreApplication::postEvent(p.imgWndClose, new QMouseEvent(type, QPointF(5, 5), QPointF(5, 5), Qt::LeftButton,
+                                                                       type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton, {}));
+        EXPECT_TRUE(host->isVisible());
+    };
+    click(0);
+    EXPECT_FALSE(host->isVisible());
+    EXPECT_FALSE(p.g_bCommandBusy);
+    EXPECT_FALSE(HasWheelScroll(grid(0)));
+    host->show();
+
+    // Minimise leaves the hooks; the pressed look lasts while the button is held.
+    SetWheelScroll(grid(0), 1);
     QTest::mousePress(p.imgWndMin, Qt::LeftButton, {}, QPoint(5, 5));
     EXPECT_EQ(p.imgWndMin->Picture().cacheKey(), p.imageMinimizeSel->Picture().cacheKey());
     QTest::mouseRelease(p.imgWndMin, Qt::LeftButton, {}, QPoint(5, 5));
