@@ -1,0 +1,86 @@
+// The MIP profile page and the basic information, through the host's calls
+// and the user's pick of a profile count.
+#include "support/PanelFixture.h"
+
+using namespace tessaly;
+
+namespace {
+
+class ProfilesTest : public PanelFixture {
+protected:
+    QStringList profileNodes()
+    {
+        QStringList nodes;
+        QTreeWidgetItem* parent = panel().OrvenTreeView1->FindNode(QStringLiteral("MIP Profile"));
+        for (int i = 0; i < parent->childCount(); ++i)
+            nodes << parent->child(i)->text(0);
+        return nodes;
+    }
+    QList<bool> enabledButtons()
+    {
+        QList<bool> enabled;
+        for (int i = 0; i <= 5; ++i)
+            enabled << panel().rbMIPProfile(i)->isEnabled();
+        return enabled;
+    }
+};
+
+} // namespace
+
+TEST_F(ProfilesTest, CountKeepsButtonsAndTreeInLineAndTheActiveProfileWhileItStays)
+{
+    EXPECT_EQ(host->GetProfileCount(), 1);
+    EXPECT_EQ(host->GetActiveProfileIndex(), 0);
+    EXPECT_TRUE(panel().rbMIPProfile(0)->Value()) << "reading selects profile 0";
+
+    host->SetProfileCount(6);
+    host->SetActiveProfileIndex(1);
+    host->SetProfileCount(3);
+    EXPECT_EQ(host->GetProfileCount(), 3);
+    EXPECT_EQ(enabledButtons(), QList<bool>({true, true, true, false, false, false}));
+    EXPECT_EQ(profileNodes(), QStringList({"MIP Profile 0", "MIP Profile 1", "MIP Profile 2"}));
+    EXPECT_EQ(host->GetActiveProfileIndex(), 1);
+
+    // The user picks a count below the active profile: profile 0 is active.
+    host->SetActiveProfileIndex(2);
+    panel().cmbProfileCount->setListIndex(1);
+    EXPECT_EQ(host->GetActiveProfileIndex(), 0);
+    EXPECT_EQ(profileNodes().size(), 2);
+
+    // A disabled selection never counts; reading moves it to profile 0.
+    host->SetActiveProfileIndex(4);
+    EXPECT_EQ(host->GetActiveProfileIndex(), 0);
+    host->SetActiveProfileEnable(true);
+    EXPECT_EQ(enabledButtons(), QList<bool>(6, true));
+    host->SetProfileCountEnable(false);
+    EXPECT_FALSE(panel().cmbProfileCount->isEnabled());
+}
+
+TEST_F(ProfilesTest, OutOfRangeCallsAreReportedAndChangeNothing)
+{
+    host->SetProfileCount(4);
+    DialogAnswerer answerer;
+    host->SetProfileCount(7);
+    host->SetProfileCount(-1);
+    host->SetActiveProfileIndex(6);
+    EXPECT_EQ(answerer.texts(), QStringList({
+                                    "Error[Interface/SetProfileCount]:380\tInvalid property value\t",
+                                    "Error[Interface/SetProfileCount]:380\tInvalid property value\t",
+                                    "Error[Interface/SetActiveProfileIndex]:340\tControl array element '6' doesn't exist\t",
+                                }));
+    EXPECT_EQ(host->GetProfileCount(), 4);
+    EXPECT_EQ(profileNodes().size(), 4);
+}
+
+TEST_F(ProfilesTest, BasicInformationShowsTheHostsValuesInRegularWeight)
+{
+    host->SetBasicInfo(QStringLiteral("HV-2.31"), QStringLiteral("2027-03-01"), QStringLiteral("8F3A21C4"),
+                       QStringLiteral("A0000012345678"), QStringLiteral("1234 h"), QStringLiteral("567"));
+    Panel& p = panel();
+    EXPECT_EQ(QStringList({p.txtPhoneSWVer->Text(), p.txtWarrantyDate->Text(), p.txtESN->Text(), p.txtMEID->Text(),
+                           p.txtLifeTimer->Text(), p.txtLifeCnt->Text()}),
+              QStringList({"HV-2.31", "2027-03-01", "8F3A21C4", "A0000012345678", "1234 h", "567"}));
+    EXPECT_FALSE(p.txtESN->font().bold() || p.txtLifeCnt->font().bold());
+    host->SetSecurityInfo("1", true, "2", "3", "4", "5", "6", "7", "8", "9", "10", "11", "12");
+    EXPECT_TRUE(host->GetSecCode().isEmpty() && host->GetLockCode().isEmpty() && host->GetAKey(1).isEmpty());
+}
