@@ -169,7 +169,7 @@ TEST_F(CommandsTest, CommandRunsWithTheBarDimmedThenOffersWriteAndRestore)
 
 TEST_F(CommandsTest, FailingModelCallIsReportedAndLeavesTheBarStopped)
 {
-    model.onRead = [](TestModel&) { throw ModelError(1001, QStringLiteral("Handset does not answer")); };
+    model.onRead = [](TestModel&) { throw TessalyError(1001, QStringLiteral("Handset does not answer")); };
     DialogAnswerer answerer;
     click(0);
     EXPECT_EQ(answerer.texts(),

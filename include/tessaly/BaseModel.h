@@ -15,20 +15,20 @@
 // reads and writes the values through the panel's public methods. A command
 // returns when it is over; the panel's controls change while it runs, from the
 // events, which the model raises on the panel's thread, from inside the call.
-// A command or question fails by throwing ModelError with a number and a
+// A command or question fails by throwing TessalyError with a number and a
 // description; the panel reports it, and any other exception with its text.
 //
 // The host owns the model. The panel holds it while bound and never deletes
 // it; a model deleted while bound leaves the panel as it is without one.
 #pragma once
 
+#include <tessaly/TessalyError.h>
 #include <tessaly/tessaly_export.h>
 
 #include <QObject>
 #include <QString>
 
 #include <cstdint>
-#include <stdexcept>
 
 // The events a model raises while a command runs; the panel shows them as its
 // progress bar and percentage. `lPort` is the model's port number.
@@ -63,18 +63,4 @@ public:
     virtual void NVWrite() = 0;
     // The Restore command: puts back the values of the last read.
     virtual void NVRestore() = 0;
-};
-
-// A failure of a model, with the number and description that the panel's
-// error report shows.
-class TESSALY_EXPORT ModelError : public std::runtime_error {
-public:
-    ModelError(int32_t number, const QString& description);
-
-    int32_t number() const noexcept { return m_number; }
-    const QString& description() const noexcept { return m_description; }
-
-private:
-    int32_t m_number;
-    QString m_description;
 };

@@ -10,6 +10,7 @@
 #pragma once
 
 #include <tessaly/BaseModel.h>
+#include <tessaly/TessalyError.h>
 #include <tessaly/tessaly_export.h>
 
 #include <QString>
@@ -52,6 +53,17 @@ public:
     Q_INVOKABLE void SetGrid2Rows(int16_t Number);
     Q_INVOKABLE void SetSettingRows(int16_t Number);
     Q_INVOKABLE void SetSystemRows(int16_t Number);
+
+    // Adds a page of the host's own behind the others, with a tree node
+    // `strTabName` and a grid of `nFlexGridColCount` columns (the title
+    // column included), and returns its page number: 21 for the first. It
+    // then works as a fixed page: SetNVFieldItemCount, AddItemToGrd, ...
+    // Throws TessalyError when the grid refuses the column count.
+    Q_INVOKABLE int16_t AddTab(const QString& strTabName, int16_t nFlexGridColCount);
+    // Takes a fixed page's node out of the tree (its grid and values stay),
+    // or removes an added page. Added pages go newest first: any other page
+    // above 20 is refused with TessalyError and nothing changes.
+    Q_INVOKABLE void RemoveTab(int16_t TabNumber);
 
     // Binds the model of the connected handset, replaces it, or with null
     // drops it; the label above the tree names it and its port. The host

@@ -9,13 +9,6 @@
 
 #include <QGuiApplication>
 
-ModelError::ModelError(int32_t number, const QString& description)
-    : std::runtime_error(description.toStdString())
-    , m_number(number)
-    , m_description(description)
-{
-}
-
 namespace tessaly {
 
 void Panel::SetModelDLL(IBaseModel* model)

@@ -91,6 +91,10 @@ public:
     void lblTitle_MouseMove(int Button, int Shift, float X, float Y);
     void ReleaseWheel();
 
+    // Pages of the host's own.
+    int16_t AddTab(const QString& strTabName, int16_t nFlexGridColCount);
+    void RemoveTab(int16_t TabNumber);
+
     // The MIP profiles and the basic information.
     int16_t GetProfileCount();
     void SetProfileCount(int16_t count);

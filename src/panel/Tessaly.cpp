@@ -49,6 +49,13 @@ void Tessaly::SetSystemRows(int16_t Number) { d->SetSystemRows(Number); }
 
 void Tessaly::SetModelDLL(IBaseModel* model) { d->SetModelDLL(model); }
 
+int16_t Tessaly::AddTab(const QString& strTabName, int16_t nFlexGridColCount)
+{
+    return d->AddTab(strTabName, nFlexGridColCount);
+}
+
+void Tessaly::RemoveTab(int16_t TabNumber) { d->RemoveTab(TabNumber); }
+
 int16_t Tessaly::GetProfileCount() { return d->GetProfileCount(); }
 void Tessaly::SetProfileCount(int16_t count) { d->SetProfileCount(count); }
 int16_t Tessaly::GetActiveProfileIndex() { return d->GetActiveProfileIndex(); }

@@ -31,7 +31,7 @@ void ErrRecord::Capture(std::exception_ptr error)
     } catch (const RuntimeError& e) {
         Number = e.number();
         Description = e.description();
-    } catch (const ModelError& e) {
+    } catch (const TessalyError& e) {
         Number = e.number();
         Description = e.description();
     } catch (const std::bad_alloc&) {

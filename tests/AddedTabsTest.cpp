@@ -1,0 +1,74 @@
+// Pages of the host's own: added behind page 20, filled like fixed pages,
+// removed newest first; and fixed pages' nodes taken out of the tree.
+#include "support/PanelFixture.h"
+
+using namespace tessaly;
+
+using AddedTabsTest = PanelFixture;
+
+TEST_F(AddedTabsTest, AddedPageWorksLikeAFixedOneAndKeepsEveryStoredRecord)
+{
+    host->AddItemToGrd(13, QStringLiteral("###"), true, false, QStringLiteral("a|b"), QStringLiteral("7"), 99, 40);
+    DialogAnswerer answerer;
+    host->AddItemToGrd(21, {}, false, false, {}, QStringLiteral("x"), 1, 1);
+    EXPECT_EQ(answerer.texts(), QStringList{"Bad Tab Index.. In AddItemToGrd()"});
+
+    EXPECT_EQ(host->AddTab(QStringLiteral("Roaming List"), 3), 21);
+    Panel& p = panel();
+    EXPECT_EQ(p.g_nLastTab, 21);
+    ASSERT_EQ(p.g_arrAddedTab.UBound(), 1);
+    EXPECT_EQ(p.g_arrAddedTab(0).TabName, "Roaming List");
+    EXPECT_EQ(p.g_arrCellAttr.UBound(1), 21);
+    EXPECT_EQ(p.g_arrCellAttr(13, 100 * 40 + 99).ComboStr, "a|b") << "records of the fixed pages survive";
+    MSFlexGrid* g = grid(21);
+    ASSERT_NE(g, nullptr);
+    EXPECT_EQ(QStringList({g->TextMatrix(0, 0), g->TextMatrix(0, 1), g->TextMatrix(0, 2)}),
+              QStringList({"NV Items", "VALUE1", "VALUE2"}));
+    EXPECT_EQ(QList<int>({g->ColWidth(0), g->ColWidth(2)}), QList<int>({ToPixels(3500) * 15, ToPixels(2800) * 15}));
+
+    host->SetNVFieldItemCount(21, 2);
+    host->AddItemToGrid2(21, {}, false, {}, QStringLiteral("Preferred SID"), 1, 0);
+    host->AddItemToGrd(21, QStringLiteral("#####"), true, false, {}, QStringLiteral("4139"), 1, 2);
+    EXPECT_EQ(host->GetItemFromGrd(21, 1, 1), "4139");
+    clickNode(QStringLiteral("Roaming List"));
+    EXPECT_TRUE(frame(21)->isVisible());
+    EXPECT_EQ(p.lblDataTitle->Caption(), "Roaming List");
+    // Its cells are edited as any other.
+    QTest::keyClick(g, Qt::Key_Right);
+    QTest::keyClick(g, Qt::Key_Right);
+    QTest::keyClick(g, Qt::Key_Return);
+    EXPECT_TRUE(p.txtEdit(21)->isVisible());
+    EXPECT_EQ(p.txtEdit(21)->Text(), "4139");
+    EXPECT_EQ(answerer.texts().size(), 1);
+}
+
+TEST_F(AddedTabsTest, PagesGoNewestFirstAndFixedPagesOnlyLoseTheirNode)
+{
+    EXPECT_EQ(host->AddTab(QStringLiteral("A"), 2), 21);
+    EXPECT_EQ(host->AddTab(QStringLiteral("B"), 2), 22);
+    EXPECT_THROW(host->RemoveTab(21), TessalyError) << "not the newest";
+    EXPECT_EQ(panel().g_nLastTab, 22);
+    host->RemoveTab(22);
+    host->RemoveTab(21);
+    EXPECT_THROW(host->RemoveTab(21), TessalyError) << "gone already";
+    EXPECT_EQ(panel().g_nLastTab, 20);
+    EXPECT_EQ(panel().g_arrAddedTab(1).TabNumber, -1);
+    EXPECT_EQ(host->AddTab(QStringLiteral("C"), 2), 21) << "the number comes back; the array grows";
+    EXPECT_EQ(panel().g_arrAddedTab.UBound(), 3);
+    EXPECT_EQ(panel().g_arrCellAttr.UBound(1), 21);
+
+    host->AddItemToGrd(2, {}, false, false, {}, QStringLiteral("kept"), 1, 1);
+    host->RemoveTab(2);
+    host->RemoveTab(9);
+    host->RemoveTab(-4);
+    EXPECT_EQ(panel().OrvenTreeView1->FindNode(QStringLiteral("Data")), nullptr);
+    EXPECT_EQ(host->GetItemFromGrd(2, 1, 0), "kept");
+
+    // A column count the grid refuses is the host's failure; the panel goes on.
+    EXPECT_THROW(host->AddTab(QStringLiteral("Too wide"), 0), TessalyError);
+    DialogAnswerer answerer;
+    clickNode(QStringLiteral("Too wide"));
+    host->SetNVFieldItemCount(22, 3);
+    host->AddItemToGrd(22, {}, false, false, {}, QStringLiteral("x"), 1, 1);
+    EXPECT_FALSE(answerer.texts().isEmpty()) << "reported, not crashed";
+}
