@@ -246,3 +246,8 @@ private:
 
 // The panel object behind a Tessaly widget.
 tessaly::Panel& PanelOf(Tessaly& panel);
+
+namespace tessaly {
+// How many panels of this library are alive.
+int LivePanels();
+} // namespace tessaly

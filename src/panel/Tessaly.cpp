@@ -4,18 +4,31 @@
 #include "platform/ModalBox.h"
 
 #include <QPaintEvent>
+
+#include <atomic>
 #include <QPainter>
 
 using tessaly::Panel;
+
+namespace {
+std::atomic<int> g_livePanels{0};
+}
+
+int tessaly::LivePanels()
+{
+    return g_livePanels;
+}
 
 Tessaly::Tessaly(QWidget* parent)
     : QWidget(parent)
     , d(std::make_unique<Panel>(*this))
 {
+    ++g_livePanels;
 }
 
 Tessaly::~Tessaly()
 {
+    --g_livePanels;
     // A handler of the panel may be waiting on an open box: what it works on
     // must outlive it.
     if (tessaly::ModalBoxOpen())
