@@ -59,12 +59,14 @@ struct Arguments {
             default: values.emplace_back(QVariant::fromValue(model_())); break;
             }
         }
+        const QList<QByteArray> types = method.parameterTypes();
         std::vector<QGenericArgument> arguments;
         for (int i = 0; i < method.parameterCount(); ++i)
-            arguments.emplace_back(method.parameterTypeName(i).constData(), values[size_t(i)].constData());
+            arguments.emplace_back(types[i].constData(), values[size_t(i)].constData());
         arguments.resize(10);
         QVariant result(method.returnMetaType(), nullptr);
-        QGenericReturnArgument returned(method.returnMetaType().name(), result.data());
+        const QByteArray returnType = method.typeName();
+        QGenericReturnArgument returned(returnType.constData(), result.data());
         try {
             method.invoke(&panel, Qt::DirectConnection, method.returnMetaType().id() == QMetaType::Void
                               ? QGenericReturnArgument() : returned,
