@@ -1,0 +1,221 @@
+#include "model/Catalogue.h"
+
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include <algorithm>
+#include <set>
+#include <stdexcept>
+
+namespace tessaly::model {
+
+namespace {
+
+// The pages of the panel that hold values, with their number of value
+// columns; page 3 stands for the six profiles, one column each.
+struct PanelPage {
+    int16_t page;
+    const char* name;
+    int valueColumns;
+};
+
+constexpr PanelPage PanelPages[] = {
+    {0, "System NAM1", 22}, {1, "General", 3}, {2, "Data", 1},          {3, "MIP Profile", 1},
+    {4, "Feature", 1},      {5, "MMS", 2},     {6, "SMS/EMS", 2},       {7, "WAP", 2},
+    {8, "BREW", 2},         {12, "LBS", 2},    {13, "Calibration", 40},
+};
+
+// The sheets that one page of the catalogue fills: both NAMs for page 0 (the
+// second on page 20), the six profiles for page 3.
+std::vector<Sheet> SheetsOf(const Page& page, const PanelPage& panel)
+{
+    if (page.page == 0)
+        return {{QStringLiteral("System NAM1"), 0, 0, true, &page},
+                {QStringLiteral("System NAM2"), 20, 1, true, &page}};
+    if (page.page == 3) {
+        std::vector<Sheet> profiles;
+        for (int profile = 0; profile < 6; ++profile)
+            profiles.push_back({QStringLiteral("MIP Profile %1").arg(profile), 3, profile, profile == 0, &page});
+        return profiles;
+    }
+    return {{QLatin1String(panel.name), page.page, 0, true, &page}};
+}
+
+} // namespace
+
+// Reads the JSON of a catalogue into one, and fails with the place of the
+// first fault.
+class CatalogueReader {
+public:
+    explicit CatalogueReader(QString path)
+        : m_path(std::move(path))
+    {
+    }
+
+    Catalogue read()
+    {
+        QFile file(m_path);
+        if (!file.open(QIODevice::ReadOnly))
+            fail(file.errorString());
+        QJsonParseError error;
+        const QJsonDocument document = QJsonDocument::fromJson(file.readAll(), &error);
+        if (document.isNull())
+            fail(QStringLiteral("%1 at offset %2").arg(error.errorString()).arg(error.offset));
+        const QJsonObject root = document.object();
+
+        Catalogue catalogue;
+        const QJsonObject basic = root[QLatin1String("basicInformation")].toObject();
+        const char* basicNames[] = {"phoneVersion", "warrantyDate", "esn", "meid", "lifeTime", "lifeCount"};
+        for (size_t i = 0; i < catalogue.m_basic.size(); ++i)
+            catalogue.m_basic[i] = single(basic[QLatin1String(basicNames[i])].toObject(), QLatin1String(basicNames[i]));
+        catalogue.m_profileCount
+            = single(root[QLatin1String("profileCount")].toObject(), QStringLiteral("profileCount"));
+        catalogue.m_activeProfile
+            = single(root[QLatin1String("activeProfile")].toObject(), QStringLiteral("activeProfile"));
+
+        const QJsonArray pages = root[QLatin1String("pages")].toArray();
+        std::set<int> listed;
+        catalogue.m_pages.reserve(size_t(pages.size())); // the sheets point into it
+        for (const QJsonValue& value : pages) {
+            const QJsonObject object = value.toObject();
+            const int number = object[QLatin1String("page")].toInt(-1);
+            const auto panel = std::find_if(std::begin(PanelPages), std::end(PanelPages),
+                                            [&](const PanelPage& known) { return known.page == number; });
+            if (panel == std::end(PanelPages))
+                fail(QStringLiteral("page %1 is not a page of values").arg(number));
+            if (!listed.insert(number).second)
+                fail(QStringLiteral("page %1 is listed twice").arg(number));
+            Page& page = catalogue.m_pages.emplace_back(Page{int16_t(number), {}});
+            const std::vector<Sheet> sheets = SheetsOf(page, *panel);
+            for (const QJsonValue& row : object[QLatin1String("rows")].toArray())
+                page.rows.push_back(readRow(row.toObject(), *panel, sheets));
+            catalogue.m_sheets.insert(catalogue.m_sheets.end(), sheets.begin(), sheets.end());
+        }
+        catalogue.m_addresses = std::move(m_addresses);
+        catalogue.m_factory = std::move(m_factory);
+        return catalogue;
+    }
+
+private:
+    [[noreturn]] void fail(const QString& what) const
+    {
+        throw std::runtime_error(QStringLiteral("NV catalogue %1: %2").arg(m_path, what).toStdString());
+    }
+
+    Field field(const QJsonObject& object, uint16_t item, const QString& where) const
+    {
+        Field field;
+        field.item = item;
+        field.indexed = object[QLatin1String("indexed")].toBool();
+        field.offset = object[QLatin1String("offset")].toInt();
+        field.width = object[QLatin1String("width")].toInt();
+        const auto encoding = EncodingNamed(object[QLatin1String("encoding")].toString());
+        if (!encoding)
+            fail(QStringLiteral("%1: the encoding is missing or unknown").arg(where));
+        field.encoding = *encoding;
+        for (const QJsonValue& choice : object[QLatin1String("choices")].toArray())
+            field.choices << choice.toString();
+        if (const QString problem = LayoutProblem(field); !problem.isEmpty())
+            fail(QStringLiteral("%1: %2").arg(where, problem));
+        return field;
+    }
+
+    uint16_t itemNumber(const QJsonValue& value, const QString& where) const
+    {
+        const int item = value.toInt(-1);
+        if (item < 0 || item > 0xFFFF)
+            fail(QStringLiteral("%1: the item number is missing or out of range").arg(where));
+        return uint16_t(item);
+    }
+
+    // A value of its own, outside the pages: one field and its default.
+    Field single(const QJsonObject& object, const QString& where)
+    {
+        const Field result = field(object, itemNumber(object[QLatin1String("item")], where), where);
+        place(result, 0, object[QLatin1String("default")], where);
+        return result;
+    }
+
+    Row readRow(const QJsonObject& object, const PanelPage& panel, const std::vector<Sheet>& sheets)
+    {
+        Row row;
+        row.title = object[QLatin1String("title")].toString();
+        const QString where = QStringLiteral("page %1, \"%2\"").arg(panel.page).arg(row.title);
+        if (row.title.isEmpty())
+            fail(QStringLiteral("%1: the row has no title").arg(where));
+
+        // One item for all columns, its columns `stride` bytes apart, or one
+        // item per column.
+        const QJsonValue items = object[QLatin1String("item")];
+        const int columns = items.isArray() ? int(items.toArray().size()) : object[QLatin1String("columns")].toInt(1);
+        if (columns < 1 || columns > panel.valueColumns)
+            fail(QStringLiteral("%1: the page has %2 value columns").arg(where).arg(panel.valueColumns));
+        const int width = object[QLatin1String("width")].toInt();
+        const int stride = object[QLatin1String("stride")].toInt(width);
+        for (int column = 0; column < columns; ++column) {
+            QJsonObject shifted = object;
+            shifted[QLatin1String("offset")]
+                = object[QLatin1String("offset")].toInt() + (items.isArray() ? 0 : column * stride);
+            const uint16_t item = itemNumber(items.isArray() ? items[column] : items, where);
+            row.columns.push_back(field(shifted, item, where));
+        }
+
+        const QJsonValue readOnly = object[QLatin1String("readOnly")];
+        for (size_t copy = 0; copy < sheets.size(); ++copy)
+            row.readOnly.push_back(readOnly.isArray() ? readOnly[qsizetype(copy)].toBool() : readOnly.toBool());
+
+        // "default" holds for every copy, "defaults" lists one for each.
+        const QJsonValue defaults = object[QLatin1String("defaults")];
+        if (!defaults.isUndefined() && (!defaults.isArray() || defaults.toArray().size() != qsizetype(sheets.size())))
+            fail(QStringLiteral("%1: \"defaults\" needs one value for each of the %2 copies")
+                     .arg(where)
+                     .arg(sheets.size()));
+        for (const Sheet& sheet : sheets) {
+            const QJsonValue value = defaults.isArray() ? defaults[sheet.copy] : object[QLatin1String("default")];
+            if (value.isArray() && value.toArray().size() != columns)
+                fail(
+                    QStringLiteral("%1: a default needs one value for each of the %2 columns").arg(where).arg(columns));
+            for (int column = 0; column < columns; ++column)
+                place(row.columns[size_t(column)], sheet.copy, value.isArray() ? value[column] : value, where);
+        }
+        return row;
+    }
+
+    // Counts the field's item among the read, and writes its factory value.
+    void place(const Field& field, int copy, const QJsonValue& value, const QString& where)
+    {
+        const NvAddress address = field.address(copy);
+        if (m_seen.insert(address).second) {
+            m_addresses.push_back(address);
+            NvData& data = m_factory[address];
+            data.fill(0);
+            if (field.indexed)
+                data[0] = uint8_t(copy);
+        }
+        if (value.isUndefined())
+            return; // zero bytes
+        const QString text = value.isDouble() ? QString::number(value.toInteger()) : value.toString();
+        if (const QString problem = Encode(field, text, m_factory[address]); !problem.isEmpty())
+            fail(QStringLiteral("%1: the default \"%2\" %3").arg(where, text, problem));
+    }
+
+    QString m_path;
+    std::set<NvAddress> m_seen;
+    std::vector<NvAddress> m_addresses;
+    NvImage m_factory;
+};
+
+Catalogue Catalogue::Load(const QString& path)
+{
+    return CatalogueReader(path).read();
+}
+
+const Catalogue& Catalogue::BuiltIn()
+{
+    static const Catalogue builtIn = Load(QStringLiteral(":/tessaly/model/Catalogue.json"));
+    return builtIn;
+}
+
+} // namespace tessaly::model

@@ -1,0 +1,50 @@
+// The NV memory of the simulated handset, kept in a JSON file: one entry an
+// item, with its number, its index when it has one, its status and its data
+// bytes in hexadecimal, trailing zero bytes left out.
+//
+// Without a file the handset is new and holds its factory values. A file that
+// cannot be read or is not such a memory is never written over: it is renamed
+// aside, lastProblem() tells what happened, and the handset starts new.
+#pragma once
+
+#include "model/NvMemory.h"
+
+#include <QString>
+
+namespace tessaly::model {
+
+class FileNvMemory : public NvMemory {
+public:
+    FileNvMemory(QString path, const NvImage& factory);
+
+    // The file in the user's data folder that a host uses by default.
+    static QString DefaultPath();
+
+    // What went wrong when the file was opened, for the host to show, or an
+    // empty string.
+    const QString& lastProblem() const { return m_problem; }
+
+    NvStatus read(NvAddress address, NvData& data) override;
+    NvStatus write(NvAddress address, const NvData& data) override;
+    // Saves the items when written since the last save, all at once: a crash
+    // leaves the file whole, old or new.
+    void commit() override;
+
+private:
+    struct Item {
+        NvStatus status = NvStatus::Done;
+        NvData data{};
+    };
+
+    // Why the file's items cannot be taken, or an empty string.
+    QString load();
+    void setAside(const QString& reason);
+
+    QString m_path;
+    QString m_problem;
+    bool m_savable = true; // false when a damaged file could not be moved
+    bool m_changed = false;
+    std::map<NvAddress, Item> m_items;
+};
+
+} // namespace tessaly::model

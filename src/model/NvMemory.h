@@ -1,0 +1,54 @@
+// A handset's NV memory as the model sees it: numbered items of 128 data
+// bytes, each read and written whole, each answered with a status. The file
+// of the simulated handset is one such memory; a handset on its diagnostic
+// serial link is another.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <map>
+
+namespace tessaly::model {
+
+// The data bytes of one NV item.
+using NvData = std::array<uint8_t, 128>;
+
+// Which item: its number and, for an item kept once per NAM or per MIP
+// profile, that index. A handset takes the index in the first data byte of
+// the request and gives it back in the first byte of the answer.
+struct NvAddress {
+    uint16_t item = 0;
+    int16_t index = -1; // -1: the item is kept once
+
+    bool operator==(const NvAddress&) const = default;
+    bool operator<(const NvAddress& other) const
+    {
+        return item != other.item ? item < other.item : index < other.index;
+    }
+};
+
+// A handset's answer to a read or a write, with the numbers handsets use.
+enum class NvStatus : uint16_t {
+    Done = 0,
+    Inactive = 5, // the item was never written
+};
+
+// Items by address, such as the factory values or the values of a read.
+using NvImage = std::map<NvAddress, NvData>;
+
+class NvMemory {
+public:
+    virtual ~NvMemory() = default;
+
+    // Reads an item into `data`. An indexed address carries its index in
+    // data[0] both ways.
+    virtual NvStatus read(NvAddress address, NvData& data) = 0;
+    // Writes an item whole; data[0] of an indexed item is its index.
+    virtual NvStatus write(NvAddress address, const NvData& data) = 0;
+    // Ends a run of writes: the memory makes them last. A memory that keeps
+    // each write as it comes has nothing left to do. Throws TessalyError when
+    // the writes cannot be kept.
+    virtual void commit() = 0;
+};
+
+} // namespace tessaly::model
