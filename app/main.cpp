@@ -1,12 +1,14 @@
-// halvane: the phone service tool's host window around the Tessaly panel.
-// Without a display, or with --screenshot FILE, it renders the panel to a
-// PNG file, prints the file's path and exits. With --message TEXT it shows
+// halvane: the phone service tool's host window around the Tessaly panel,
+// bound to a simulated handset whose NV memory is kept in a file between
+// runs. Without a display, or with --screenshot FILE, it runs an NV Read,
+// renders the filled panel to a PNG file, prints the file's path and exits. With --message TEXT it shows
 // the panel's own message box with that text over the panel, or renders the
 // box alone, its cut corners transparent. With --edit ROW,COLUMN it opens the
 // editor of that cell as a double click does.
-#include "DemoItems.h"
-
 #include "frame/frmMsgBox.h" // the panel's own box, which no host method opens
+#include "model/Catalogue.h"
+#include "model/FileNvMemory.h"
+#include "model/SimulatedHandset.h"
 
 #include <tessaly/Tessaly.h>
 
@@ -15,6 +17,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QAbstractScrollArea>
+#include <QMessageBox>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QTreeWidget>
@@ -51,6 +54,18 @@ bool ClickTreeNode(Tessaly& panel, const QString& text)
         QApplication::sendEvent(tree->viewport(), &event);
     }
     return true;
+}
+
+// Clicks a button of the command bar as a user would.
+void ClickCommand(Tessaly& panel, int index)
+{
+    auto* button = panel.findChild<QWidget*>(QStringLiteral("picCommand(%1)").arg(index));
+    const QPointF at(button->width() / 2.0, button->height() / 2.0);
+    for (QEvent::Type type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
+        QMouseEvent event(type, at, button->mapToGlobal(at), Qt::LeftButton,
+                          type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton, Qt::NoModifier);
+        QApplication::sendEvent(button, &event);
+    }
 }
 
 // Double-clicks a value cell of the page on view as a user would, which
@@ -125,16 +140,41 @@ int main(int argc, char** argv)
     const QCommandLineOption edit(QStringLiteral("edit"),
                                   QStringLiteral("Double-click the value cell <row,column> of the page on view."),
                                   QStringLiteral("row,column"));
-    options.addOptions({screenshot, page, message, edit});
+    const QCommandLineOption state(QStringLiteral("state"),
+                                   QStringLiteral("Keep the handset's NV memory in <file> (default: %1).")
+                                       .arg(tessaly::model::FileNvMemory::DefaultPath()),
+                                   QStringLiteral("file"), tessaly::model::FileNvMemory::DefaultPath());
+    const QCommandLineOption pace(QStringLiteral("pace"),
+                                  QStringLiteral("Hold each NV item <ms> milliseconds on the line, to watch the progress."),
+                                  QStringLiteral("ms"), QStringLiteral("0"));
+    options.addOptions({screenshot, page, message, edit, state, pace});
     options.process(app);
+    bool paceOk = false;
+    const int paceMs = options.value(pace).toInt(&paceOk);
+    if (!paceOk || paceMs < 0) {
+        std::fprintf(stderr, "halvane: --pace wants a number of milliseconds, not \"%s\"\n", qPrintable(options.value(pace)));
+        return 2;
+    }
     const bool headless = DrawsNowhere();
 
     QWidget window;
     window.setWindowTitle(QStringLiteral("Halvane"));
     Tessaly panel(&window);
     window.setFixedSize(panel.size());
-    FillDemoItems(panel);
+    tessaly::model::FileNvMemory memory(options.value(state), tessaly::model::Catalogue::BuiltIn().factory());
+    tessaly::model::SimulatedHandset handset(panel, memory);
+    handset.setPace(std::chrono::milliseconds(paceMs));
+    panel.SetModelDLL(&handset);
     window.show();
+    if (!memory.lastProblem().isEmpty()) {
+        if (headless || options.isSet(screenshot))
+            std::fprintf(stderr, "halvane: %s\n", qPrintable(memory.lastProblem()));
+        else
+            QMessageBox::warning(&window, QStringLiteral("Halvane"), memory.lastProblem());
+    }
+    // Without a display there is no one to press NV Read: halvane does.
+    if (headless || options.isSet(screenshot))
+        ClickCommand(panel, 0);
 
     if (options.isSet(page) && !ClickTreeNode(panel, options.value(page))) {
         std::fprintf(stderr, "halvane: no page node \"%s\"\n", qPrintable(options.value(page)));

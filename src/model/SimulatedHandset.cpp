@@ -5,6 +5,8 @@
 
 #include <tessaly/Tessaly.h>
 
+#include <QMessageBox>
+
 #include <algorithm>
 #include <thread>
 
@@ -99,7 +101,17 @@ void SimulatedHandset::NVWrite()
 {
     // Every value is encoded before the first item is written: a value that
     // its item cannot hold stops the write with the handset untouched.
-    const NvImage values = valuesOfPanel();
+    NvImage values;
+    try {
+        values = valuesOfPanel();
+    } catch (const TessalyError& refusal) {
+        if (refusal.number() != errValueRefused)
+            throw;
+        // A value the user can correct: told here, and the command ends as
+        // any other, so that the bar stays at the user's service.
+        QMessageBox::warning(m_panel.window(), QStringLiteral("NV Write"), refusal.description());
+        return;
+    }
     announce(ProcessWrite, int32_t(values.size()));
     writeItems(values, QStringLiteral("Writing NV items"));
     emit SetProcessStep(ProcessWrite, 2, Port);
