@@ -88,7 +88,7 @@ TEST_F(ModelTest, ReadFillsEveryPageInOneRunOfProgress)
     });
     handset->NVRead();
     const auto items = qsizetype(Catalogue::BuiltIn().addresses().size());
-    EXPECT_EQ(events, QStringList({QStringLiteral("total %1").arg(items + 18), "Reading NV items", "Filling pages"}));
+    EXPECT_EQ(events, QStringList({QStringLiteral("total %1").arg(items + qsizetype(Catalogue::BuiltIn().sheets().size()) + 1), "Reading NV items", "Filling pages"}));
     EXPECT_EQ(panel().lblPercent->Caption(), "Complete");
 
     // Both NAMs with their own values, the lock code on both, multi-column items.
@@ -107,6 +107,10 @@ TEST_F(ModelTest, ReadFillsEveryPageInOneRunOfProgress)
     EXPECT_EQ(cell(0, "Preferred Mode"), "Automatic");
 
     EXPECT_EQ(cell(13, "Tx Linearizer Master 0", 40), "999");
+    // The handset's own page, added behind the fixed ones at the first read only.
+    EXPECT_EQ(panel().g_nLastTab, 21);
+    EXPECT_EQ(panel().OrvenTreeView1->FindNode(QStringLiteral("Roaming List"))->parent(), nullptr);
+    EXPECT_EQ(cell(21, "Roaming Indicator", 4), "Flashing");
     EXPECT_EQ(cell(15, "NAI"), "8585550143@ims.halvane.example");
     EXPECT_EQ(host->GetProfileCount(), 2);
     EXPECT_EQ(panel().txtMEID->Text(), "A0000031F4C2D9");
@@ -117,6 +121,7 @@ TEST_F(ModelTest, ReadFillsEveryPageInOneRunOfProgress)
     timer.start();
     handset->NVRead();
     EXPECT_GE(timer.elapsed(), items);
+    EXPECT_EQ(panel().g_nLastTab, 21);
 }
 
 TEST_F(ModelTest, WrittenValuesSurviveARestartAndReadOnlyOnesAreNotWritten)
@@ -127,6 +132,7 @@ TEST_F(ModelTest, WrittenValuesSurviveARestartAndReadOnlyOnesAreNotWritten)
     edit(1, "Language", "Korean");
     edit(2, "Primary DNS", "192.0.2.7");
     edit(16, "NAI", "user@example.net");
+    edit(21, "SID", "4199", 6);
     edit(20, "LOCK CODE", "9999"); // shown on NAM2, kept by NAM1
     host->SetProfileCount(3);
     host->SetActiveProfileIndex(2);
@@ -141,6 +147,7 @@ TEST_F(ModelTest, WrittenValuesSurviveARestartAndReadOnlyOnesAreNotWritten)
     EXPECT_EQ(cell(1, "Language"), "Korean");
     EXPECT_EQ(cell(2, "Primary DNS"), "192.0.2.7");
     EXPECT_EQ(cell(16, "NAI"), "user@example.net");
+    EXPECT_EQ(cell(21, "SID", 6), "4199");
     EXPECT_EQ(cell(20, "LOCK CODE"), "0143");
     EXPECT_EQ(host->GetProfileCount(), 3);
     EXPECT_EQ(host->GetActiveProfileIndex(), 2);

@@ -14,7 +14,8 @@ namespace tessaly::model {
 namespace {
 
 // The pages of the panel that hold values, with their number of value
-// columns; page 3 stands for the six profiles, one column each.
+// columns; page 3 stands for the six profiles, one column each, and -1 for
+// the handset's own page, which it adds to the panel behind the others.
 struct PanelPage {
     int16_t page;
     const char* name;
@@ -24,7 +25,7 @@ struct PanelPage {
 constexpr PanelPage PanelPages[] = {
     {0, "System NAM1", 22}, {1, "General", 3}, {2, "Data", 1},          {3, "MIP Profile", 1},
     {4, "Feature", 1},      {5, "MMS", 2},     {6, "SMS/EMS", 2},       {7, "WAP", 2},
-    {8, "BREW", 2},         {12, "LBS", 2},    {13, "Calibration", 40},
+    {8, "BREW", 2},         {12, "LBS", 2},    {13, "Calibration", 40}, {-1, "Roaming List", 6},
 };
 
 // The sheets that one page of the catalogue fills: both NAMs for page 0 (the

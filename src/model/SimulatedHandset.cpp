@@ -174,8 +174,9 @@ NvImage SimulatedHandset::valuesOfPanel() const
                                  .arg(where, text, problem));
     };
     for (const Sheet& sheet : m_catalogue.sheets()) {
+        const int16_t part = partIn(sheet);
         const std::vector<Row>& rows = sheet.page->rows;
-        for (size_t r = 0; r < rows.size(); ++r) {
+        for (size_t r = 0; r < rows.size() && part >= 0; ++r) {
             if (rows[r].readOnly[size_t(sheet.copy)])
                 continue;
             const std::vector<Field>& columns = rows[r].columns;
@@ -183,7 +184,7 @@ NvImage SimulatedHandset::valuesOfPanel() const
                 const QString where = columns.size() == 1
                     ? QStringLiteral("\"%1\" on the page %2").arg(rows[r].title, sheet.name)
                     : QStringLiteral("\"%1\", column %2, on the page %3").arg(rows[r].title).arg(c + 1).arg(sheet.name);
-                put(columns[c], sheet.copy, m_panel.GetItemFromGrd(sheet.part, int32_t(r + 1), sheet.readColumn(c)),
+                put(columns[c], sheet.copy, m_panel.GetItemFromGrd(part, int32_t(r + 1), sheet.readColumn(c)),
                     where);
             }
         }
@@ -216,21 +217,40 @@ void SimulatedHandset::fillPanel(int32_t number)
     });
 }
 
+// The panel's number of a sheet's page. The handset's own page is added to
+// the panel, as wide as its widest row, the first time it is filled.
+int16_t SimulatedHandset::partOf(const Sheet& sheet)
+{
+    if (sheet.part < 0 && m_ownPage < 0) {
+        size_t columns = 1;
+        for (const Row& row : sheet.page->rows)
+            columns = std::max(columns, row.columns.size());
+        m_ownPage = m_panel.AddTab(sheet.name, int16_t(columns + 1));
+    }
+    return partIn(sheet);
+}
+
+int16_t SimulatedHandset::partIn(const Sheet& sheet) const
+{
+    return sheet.part >= 0 ? sheet.part : m_ownPage;
+}
+
 void SimulatedHandset::fillSheet(const Sheet& sheet)
 {
     const NvImage& read = *m_lastRead;
     const std::vector<Row>& rows = sheet.page->rows;
+    const int16_t part = partOf(sheet);
     if (sheet.titles) {
-        m_panel.SetNVFieldItemCount(sheet.part, int16_t(rows.size()));
+        m_panel.SetNVFieldItemCount(part, int16_t(rows.size()));
         for (size_t r = 0; r < rows.size(); ++r)
-            m_panel.AddItemToGrid2(sheet.part, QString(), false, QString(), rows[r].title, int32_t(r + 1), 0);
+            m_panel.AddItemToGrid2(part, QString(), false, QString(), rows[r].title, int32_t(r + 1), 0);
     }
     for (size_t r = 0; r < rows.size(); ++r) {
         const bool readOnly = rows[r].readOnly[size_t(sheet.copy)];
         const std::vector<Field>& columns = rows[r].columns;
         for (size_t c = 0; c < columns.size(); ++c) {
             const Field& field = columns[c];
-            m_panel.AddItemToGrd(sheet.part, QString(MaxLength(field), u'#'), TakesDigitsOnly(field), readOnly,
+            m_panel.AddItemToGrd(part, QString(MaxLength(field), u'#'), TakesDigitsOnly(field), readOnly,
                                  field.choices.join(u'|'), Decode(field, read.at(field.address(sheet.copy))),
                                  int32_t(r + 1), sheet.fillColumn(c));
         }

@@ -42,6 +42,8 @@ private:
     template <class Step> void subProcess(int32_t number, const QString& name, int32_t steps, Step&& step);
     void fillPanel(int32_t number);
     void fillSheet(const Sheet& sheet);
+    int16_t partOf(const Sheet& sheet);
+    int16_t partIn(const Sheet& sheet) const;
     const NvImage& lastRead(const char* command) const;
     NvImage valuesOfPanel() const;
     void writeItems(const NvImage& items, const QString& name);
@@ -51,6 +53,7 @@ private:
     const Catalogue& m_catalogue;
     std::chrono::milliseconds m_pace{0};
     std::optional<NvImage> m_lastRead;
+    int16_t m_ownPage = -1; // the page the handset adds to the panel, once it has
 };
 
 } // namespace tessaly::model
