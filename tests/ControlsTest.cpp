@@ -141,21 +141,6 @@ protected:
     OrvenTreeView tree;
 };
 
-TEST_F(TreeViewTest, NodesAreFoundByTextAndRemovedWithTheirChildren)
-{
-    QTreeWidgetItem* profile = tree.FindNode(QStringLiteral("MIP Profile"));
-    ASSERT_EQ(profile->childCount(), 2);
-    EXPECT_EQ(profile->child(1)->text(0), "MIP Profile 1");
-    EXPECT_EQ(ErrorNumberOf([&] { tree.AddChildNode(QStringLiteral("x"), QStringLiteral("nowhere")); }),
-              errInvalidProcedureCall);
-    tree.RemoveNode(QStringLiteral("no such node"));
-    EXPECT_EQ(tree.topLevelItemCount(), 4);
-    tree.RemoveNode(QStringLiteral("MIP Profile"));
-    EXPECT_EQ(tree.FindNode(QStringLiteral("MIP Profile 0")), nullptr);
-    tree.AddRootNode(QStringLiteral("Extra"));
-    EXPECT_EQ(tree.topLevelItem(3)->text(0), "Extra");
-}
-
 TEST_F(TreeViewTest, CodeSelectionAndClicksBesideTheNodesRaiseNoClick)
 {
     QSignalSpy clicks(&tree, &OrvenTreeView::Click);

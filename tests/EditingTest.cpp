@@ -257,21 +257,6 @@ TEST_F(EditingTest, LeavingTheTextEditorChecksTheChannelLimitsOfTheRememberedCel
     EXPECT_TRUE(answerer.seen().isEmpty());
 }
 
-TEST_F(EditingTest, SetCellPositionSendsEveryGridHome)
-{
-    MSFlexGrid* g = select("General", 1, 3, 2);
-    g->setTopRow(3);
-    QTest::keyClick(g, Qt::Key_Return);
-    panel().SetCellPosition();
-    for (int page = 0; page <= 20; ++page) {
-        MSFlexGrid* home = grid(page);
-        EXPECT_EQ(QPoint(home->Col(), home->Row()), QPoint(0, 1)) << page;
-        EXPECT_EQ(QPoint(home->LeftCol(), home->TopRow()), QPoint(0, 1)) << page;
-        EXPECT_EQ(home->CellBackColor(), RGB(240, 240, 240)) << page;
-    }
-    EXPECT_FALSE(box(1)->isVisible());
-}
-
 // A host may end the panel from its event loop while a box is open inside a
 // handler: the handler comes back to controls that still exist, and the
 // panel's rest goes once the box has closed.

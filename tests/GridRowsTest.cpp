@@ -89,19 +89,3 @@ TEST_F(GridRowsTest, EveryPageCarriesItsTitles)
     for (int page : {9, 10, 11})
         EXPECT_EQ(TitleRow(grid(page)).join(QString()), "") << page;
 }
-
-TEST_F(GridRowsTest, TitlesAreBoldAndCentred)
-{
-    MSFlexGrid* g = grid(5);
-    // Titling leaves the current cell on the last title.
-    EXPECT_EQ(g->Row(), 0);
-    EXPECT_EQ(g->Col(), 2);
-    for (int col = 0; col <= 2; ++col) {
-        g->setCol(col);
-        EXPECT_TRUE(g->CellFontBold()) << col;
-        EXPECT_EQ(g->FixedAlignment(col), MSFlexGrid::CenterCenter) << col;
-    }
-    g->setRow(1);
-    EXPECT_FALSE(g->CellFontBold());
-    EXPECT_EQ(grid(9)->FixedAlignment(0), -1);
-}

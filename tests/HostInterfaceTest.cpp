@@ -103,17 +103,6 @@ TEST_F(HostInterfaceTest, AllTwentyTwoMethodsAreCallableByName)
               "GetProfileCount GetSecCode RemoveTab SetActiveProfileEnable SetActiveProfileIndex SetBasicInfo "
               "SetGrid1Rows SetGrid2Rows SetModelDLL SetNVFieldItemCount SetProfileCount SetProfileCountEnable "
               "SetSecurityInfo SetSettingRows SetSystemRows");
-    int16_t page = 0;
-    ASSERT_TRUE(QMetaObject::invokeMethod(host.get(), "AddTab", Q_RETURN_ARG(int16_t, page),
-                                          Q_ARG(QString, QStringLiteral("Extra")), Q_ARG(int16_t, 3)));
-    EXPECT_EQ(page, 21);
-    ASSERT_TRUE(QMetaObject::invokeMethod(host.get(), "AddItemToGrd", Q_ARG(int16_t, 21), Q_ARG(QString, "##"),
-                                          Q_ARG(bool, true), Q_ARG(bool, false), Q_ARG(QString, QString()),
-                                          Q_ARG(QString, "7"), Q_ARG(int32_t, 2), Q_ARG(int32_t, 1)));
-    QString value;
-    ASSERT_TRUE(QMetaObject::invokeMethod(host.get(), "GetItemFromGrd", Q_RETURN_ARG(QString, value),
-                                          Q_ARG(int16_t, 21), Q_ARG(int32_t, 2), Q_ARG(int32_t, 0)));
-    EXPECT_EQ(value, "7");
 }
 
 TEST_F(HostInterfaceTest, RandomCallsWithExtremeArgumentsNeitherCrashNorHang)

@@ -18,19 +18,6 @@ TEST_F(StartupTest, PanelHasItsFixedSizeAndShowsBasicInformation)
     EXPECT_EQ(frame(20)->geometry(), frame(0)->geometry()) << "every page in the one data rectangle";
 }
 
-TEST_F(StartupTest, FieldsAndStoresHoldTheirStartValues)
-{
-    Panel& p = panel();
-    EXPECT_EQ(p.g_nLastTab, 20);
-    EXPECT_EQ(p.g_nActiveCommand, -1);
-    // Every page has the cells of the widest: (41 + 1) x 100 + 1 records.
-    EXPECT_EQ(p.g_arrCellAttr.UBound(1), 20);
-    EXPECT_EQ(p.g_arrCellAttr.UBound(2), 4200);
-    EXPECT_EQ(p.cmbProfileCount->ListIndex(), -1);
-    ASSERT_EQ(p.cmbProfileCount->ListCount(), 6);
-    EXPECT_EQ(p.cmbProfileCount->itemText(5), "6");
-}
-
 TEST_F(StartupTest, EveryPageHasItsGridAndEditorsDressedForIt)
 {
     const int cols[21] = {23, 4, 2, 7, 2, 3, 3, 3, 3, 2, 10, 10, 3, 41, 2, 2, 2, 2, 2, 2, 23};
