@@ -41,9 +41,12 @@ TEST_F(ProfilesTest, CountKeepsButtonsAndTreeInLineAndTheActiveProfileWhileItSta
     EXPECT_EQ(profileNodes(), QStringList({"MIP Profile 0", "MIP Profile 1", "MIP Profile 2"}));
     EXPECT_EQ(host->GetActiveProfileIndex(), 1);
 
-    // The user picks a count below the active profile: profile 0 is active.
-    host->SetActiveProfileIndex(2);
-    panel().cmbProfileCount->setListIndex(1);
+    // The user picks profile 2, then a count below it: profile 0 is active.
+    clickNode(QStringLiteral("MIP Profile"));
+    QTest::mouseClick(panel().rbMIPProfile(2), Qt::LeftButton, {}, QPoint(10, panel().rbMIPProfile(2)->height() / 2));
+    EXPECT_EQ(host->GetActiveProfileIndex(), 2);
+    QTest::keyClick(panel().cmbProfileCount, Qt::Key_Up); // from "3" to "2"
+    EXPECT_EQ(host->GetProfileCount(), 2);
     EXPECT_EQ(host->GetActiveProfileIndex(), 0);
     EXPECT_EQ(profileNodes().size(), 2);
 
