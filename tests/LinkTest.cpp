@@ -1,0 +1,75 @@
+// The framing of the handset's serial link: known vectors, frames cut into
+// every possible chunking, damaged frames and random noise.
+#include "link/FrameCodec.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+using namespace tessaly::link;
+
+namespace {
+
+std::vector<QByteArray> FeedInChunks(FrameDecoder& decoder, const QByteArray& line, qsizetype chunk)
+{
+    std::vector<QByteArray> frames;
+    for (qsizetype at = 0; at < line.size(); at += chunk)
+        for (QByteArray& frame : decoder.feed(QByteArrayView(line).sliced(at, std::min(chunk, line.size() - at))))
+            frames.push_back(std::move(frame));
+    return frames;
+}
+
+} // namespace
+
+TEST(FrameCodec, KnownVectors)
+{
+    EXPECT_EQ(Crc16("123456789"), 0x906E);
+    EXPECT_EQ(EncodeFrame(QByteArray::fromHex("01020304")).toHex(), "010203049139" "7e");
+    // Flags and escapes inside the payload travel escaped.
+    EXPECT_EQ(EncodeFrame(QByteArray::fromHex("7e7d")).left(4).toHex(), "7d5e7d5d");
+}
+
+TEST(FrameCodec, EveryChunkingGivesTheSameFramesAndAStrayFlagIsAccepted)
+{
+    const QByteArray first = QByteArray::fromHex("26b2000d7e7d0102");
+    const QByteArray second = QByteArray::fromHex("00");
+    const QByteArray line = FrameEnd + EncodeFrame(first) + EncodeFrame(second); // two frames in one read
+    for (qsizetype chunk = 1; chunk <= line.size(); ++chunk) {
+        FrameDecoder decoder;
+        const std::vector<QByteArray> frames = FeedInChunks(decoder, line, chunk);
+        ASSERT_EQ(frames.size(), 2u) << "chunks of " << chunk;
+        EXPECT_EQ(frames[0], first);
+        EXPECT_EQ(frames[1], second);
+        EXPECT_EQ(decoder.rejected(), 0);
+    }
+}
+
+TEST(FrameCodec, DamagedFramesAreDroppedAndDecodingResumesAtTheNextFlag)
+{
+    QByteArray bad = EncodeFrame("hello");
+    bad[2] = char(bad[2] ^ 0x01);
+    const QByteArray good = EncodeFrame("world");
+    FrameDecoder decoder;
+    std::vector<QByteArray> frames = decoder.feed(bad + QByteArray("\x7d\x7e", 2) + good);
+    ASSERT_EQ(frames.size(), 1u);
+    EXPECT_EQ(frames[0], "world");
+    EXPECT_EQ(decoder.rejected(), 2) << "a bad CRC, and a frame broken off in an escape";
+    EXPECT_TRUE(decoder.feed(QByteArray("\x01", 1) + FrameEnd).empty()) << "too short for a CRC";
+}
+
+TEST(FrameCodec, RandomNoiseNeverCrashesTheDecoder)
+{
+    std::mt19937 random(7);
+    std::uniform_int_distribution<int> byte(0, 255);
+    FrameDecoder decoder;
+    for (int round = 0; round < 2000; ++round) {
+        QByteArray noise(std::uniform_int_distribution<int>(0, 64)(random), Qt::Uninitialized);
+        for (char& b : noise)
+            b = char(byte(random));
+        decoder.feed(noise);
+    }
+    // After the noise, a frame still comes through once a flag has passed.
+    const std::vector<QByteArray> frames = decoder.feed(FrameEnd + EncodeFrame("after"));
+    ASSERT_FALSE(frames.empty());
+    EXPECT_EQ(frames.back(), "after");
+}
