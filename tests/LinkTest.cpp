@@ -1,6 +1,9 @@
 // The framing of the handset's serial link: known vectors, frames cut into
 // every possible chunking, damaged frames and random noise.
+#include "link/DiagPackets.h"
 #include "link/FrameCodec.h"
+
+#include <tessaly/TessalyError.h>
 
 #include <gtest/gtest.h>
 
@@ -72,4 +75,49 @@ TEST(FrameCodec, RandomNoiseNeverCrashesTheDecoder)
     const std::vector<QByteArray> frames = decoder.feed(FrameEnd + EncodeFrame("after"));
     ASSERT_FALSE(frames.empty());
     EXPECT_EQ(frames.back(), "after");
+}
+
+TEST(DiagPackets, RequestsRepliesAndEveryErrorReplyWithItsMessage)
+{
+    using namespace tessaly;
+    model::NvData data{};
+    data[0] = 1; // an indexed item's index travels in its first byte
+    const QByteArray read = NvItemRequest(CmdNvRead, 178, data);
+    ASSERT_EQ(read.size(), NvPacketSize);
+    EXPECT_EQ(read.left(4).toHex(), "26b20001");
+
+    QByteArray reply = read;
+    reply[3] = 1;
+    reply[4] = '8';
+    reply[131] = 5; // inactive: never written
+    const NvItemReply answer = ParseNvItem(read, reply);
+    EXPECT_EQ(answer.item, 178);
+    EXPECT_EQ(answer.data[1], '8');
+    EXPECT_TRUE(NvStatusText(answer.status).contains(QLatin1String("inactive")));
+    EXPECT_TRUE(NvStatusText(7).contains(QLatin1String("read-only")));
+
+    const auto numberOf = [&](QByteArrayView request, QByteArrayView wrong) {
+        try {
+            ParseNvItem(request, wrong);
+        } catch (const TessalyError& error) {
+            EXPECT_FALSE(error.description().isEmpty());
+            return error.number();
+        }
+        return 0;
+    };
+    QByteArray otherItem = reply;
+    otherItem[1] = char(0xB3);
+    EXPECT_EQ(numberOf(read, otherItem), errWrongReply);
+    EXPECT_EQ(numberOf(read, reply.left(40)), errWrongReply);
+    EXPECT_EQ(numberOf(read, QByteArray(1, char(0x42))), errSpcLocked);
+    for (char code : {0x13, 0x14, 0x15, 0x16, 0x18, 0x47})
+        EXPECT_EQ(numberOf(read, QByteArray(1, code) + read), errHandsetRefused) << int(code);
+
+    EXPECT_EQ(ParseEsn(EsnRequest(), QByteArray::fromHex("01c4213a8f")), 0x8F3A21C4u);
+    EXPECT_EQ(SpcRequest(QStringLiteral("000000")), QByteArray("\x41" "000000"));
+    EXPECT_THROW(SpcRequest(QStringLiteral("12345")), TessalyError);
+    EXPECT_TRUE(ParseSpc(SpcRequest(QStringLiteral("000000")), QByteArray::fromHex("4101")));
+    EXPECT_FALSE(ParseSpc(SpcRequest(QStringLiteral("000000")), QByteArray::fromHex("4100")));
+    EXPECT_TRUE(IsUnsolicited(QByteArray::fromHex("1000ff")) && IsUnsolicited(QByteArray::fromHex("60")));
+    EXPECT_FALSE(IsUnsolicited(reply));
 }

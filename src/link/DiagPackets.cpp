@@ -1,0 +1,138 @@
+#include "link/DiagPackets.h"
+
+#include <tessaly/TessalyError.h>
+
+#include <algorithm>
+
+namespace tessaly::link {
+
+namespace {
+
+constexpr uint8_t LogFrame = 0x10;
+constexpr uint8_t EventFrame = 0x60;
+
+uint16_t Little16(QByteArrayView bytes, qsizetype at)
+{
+    return uint16_t(uint8_t(bytes[at]) | uint8_t(bytes[at + 1]) << 8);
+}
+
+void AppendLittle16(QByteArray& bytes, uint16_t value)
+{
+    bytes.append(char(value & 0xFF));
+    bytes.append(char(value >> 8));
+}
+
+// The error replies a handset gives instead of an answer.
+QString ErrorReplyText(uint8_t code)
+{
+    switch (code) {
+    case 0x13: return QStringLiteral("the handset does not know this command; it may not support NV access over this port");
+    case 0x14: return QStringLiteral("the handset refused a parameter of the request");
+    case 0x15: return QStringLiteral("the handset refused the length of the request");
+    case 0x16: return QStringLiteral("the handset cannot reach the device the request is for");
+    case 0x18: return QStringLiteral("the handset is in a mode that does not allow this; restart it in its normal mode");
+    case 0x47: return QStringLiteral("the handset's security mode does not allow this request");
+    default: return {};
+    }
+}
+
+// Throws when `reply` is an error reply or answers another command.
+void CheckAnswers(QByteArrayView request, QByteArrayView reply, qsizetype size)
+{
+    if (reply.isEmpty())
+        throw TessalyError(errWrongReply, QStringLiteral("The handset sent an empty reply."));
+    const uint8_t code = uint8_t(reply[0]);
+    if (code == 0x42)
+        throw TessalyError(errSpcLocked, QStringLiteral("The handset is locked: it needs its service programming code "
+                                                        "(SPC) before it allows this."));
+    if (const QString text = ErrorReplyText(code); !text.isEmpty() && code != uint8_t(request[0]))
+        throw TessalyError(errHandsetRefused, QStringLiteral("The request was refused: %1 (reply 0x%2).")
+                                                  .arg(text)
+                                                  .arg(code, 2, 16, QLatin1Char('0')));
+    if (code != uint8_t(request[0]) || reply.size() < size)
+        throw TessalyError(errWrongReply, QStringLiteral("The handset's reply does not answer the request (command "
+                                                         "0x%1, %2 bytes).")
+                                              .arg(code, 2, 16, QLatin1Char('0'))
+                                              .arg(reply.size()));
+}
+
+} // namespace
+
+QByteArray VersionRequest()
+{
+    return QByteArray(1, char(CmdVersion));
+}
+
+QByteArray EsnRequest()
+{
+    return QByteArray(1, char(CmdEsn));
+}
+
+QByteArray NvItemRequest(Command command, uint16_t item, const model::NvData& data)
+{
+    QByteArray packet;
+    packet.reserve(NvPacketSize);
+    packet.append(char(command));
+    AppendLittle16(packet, item);
+    packet.append(reinterpret_cast<const char*>(data.data()), qsizetype(data.size()));
+    AppendLittle16(packet, 0);
+    return packet;
+}
+
+QByteArray SpcRequest(const QString& spc)
+{
+    if (spc.size() != 6 || !std::all_of(spc.begin(), spc.end(), [](QChar c) { return c >= u'0' && c <= u'9'; }))
+        throw TessalyError(errBadSpc, QStringLiteral("The SPC is six digits."));
+    return QByteArray(1, char(CmdSpc)) + spc.toLatin1();
+}
+
+bool IsUnsolicited(QByteArrayView reply)
+{
+    return !reply.isEmpty() && (uint8_t(reply[0]) == LogFrame || uint8_t(reply[0]) == EventFrame);
+}
+
+NvItemReply ParseNvItem(QByteArrayView request, QByteArrayView reply)
+{
+    CheckAnswers(request, reply, NvPacketSize);
+    NvItemReply answer;
+    answer.item = Little16(reply, 1);
+    if (answer.item != Little16(request, 1))
+        throw TessalyError(errWrongReply, QStringLiteral("The handset answered for NV item %1 when asked for NV item %2.")
+                                              .arg(answer.item)
+                                              .arg(Little16(request, 1)));
+    std::copy_n(reinterpret_cast<const uint8_t*>(reply.data()) + 3, answer.data.size(), answer.data.begin());
+    answer.status = Little16(reply, 131);
+    return answer;
+}
+
+QString ParseVersion(QByteArrayView request, QByteArrayView reply)
+{
+    CheckAnswers(request, reply, 1);
+    return QString::fromLatin1(reply.sliced(1)).remove(QChar(0)).simplified();
+}
+
+uint32_t ParseEsn(QByteArrayView request, QByteArrayView reply)
+{
+    CheckAnswers(request, reply, 5);
+    return uint32_t(Little16(reply, 1)) | uint32_t(Little16(reply, 3)) << 16;
+}
+
+bool ParseSpc(QByteArrayView request, QByteArrayView reply)
+{
+    CheckAnswers(request, reply, 2);
+    return reply[1] == 1;
+}
+
+QString NvStatusText(uint16_t status)
+{
+    static const char* const Meanings[] = {
+        "done", "the handset is busy", "the handset did not know the request", "the NV memory is full",
+        "the NV memory failed", "the item is inactive: never written", "a parameter was out of range",
+        "the item is read-only", "the item does not exist on this handset", "the handset is out of memory",
+        "the item is not allocated",
+    };
+    return status < std::size(Meanings) ? QLatin1String(Meanings[status])
+                                        : QStringLiteral("unknown status %1").arg(status);
+}
+
+} // namespace tessaly::link
