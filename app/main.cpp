@@ -1,11 +1,13 @@
 // halvane: the phone service tool's host window around the Tessaly panel,
 // bound to a simulated handset whose NV memory is kept in a file between
-// runs. Without a display, or with --screenshot FILE, it runs an NV Read,
+// runs, or to a real handset on a serial port with --port. Without a
+// display, or with --screenshot FILE, it runs an NV Read,
 // renders the filled panel to a PNG file, prints the file's path and exits. With --message TEXT it shows
 // the panel's own message box with that text over the panel, or renders the
 // box alone, its cut corners transparent. With --edit ROW,COLUMN it opens the
 // editor of that cell as a double click does.
 #include "frame/frmMsgBox.h" // the panel's own box, which no host method opens
+#include "link/LiveNvMemory.h"
 #include "model/Catalogue.h"
 #include "model/FileNvMemory.h"
 #include "model/SimulatedHandset.h"
@@ -17,6 +19,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QAbstractScrollArea>
+#include <QInputDialog>
 #include <QMessageBox>
 #include <QMouseEvent>
 #include <QPainter>
@@ -147,8 +150,17 @@ int main(int argc, char** argv)
     const QCommandLineOption pace(QStringLiteral("pace"),
                                   QStringLiteral("Hold each NV item <ms> milliseconds on the line, to watch the progress."),
                                   QStringLiteral("ms"), QStringLiteral("0"));
-    options.addOptions({screenshot, page, message, edit, state, pace});
+    const QCommandLineOption port(QStringLiteral("port"),
+                                  QStringLiteral("Work with the handset on the serial <device> instead of the simulated one."),
+                                  QStringLiteral("device"));
+    const QCommandLineOption listPorts(QStringLiteral("list-ports"), QStringLiteral("List the serial ports and exit."));
+    options.addOptions({screenshot, page, message, edit, state, pace, port, listPorts});
     options.process(app);
+    if (options.isSet(listPorts)) {
+        for (const QString& candidate : tessaly::link::SerialLink::CandidatePorts())
+            std::printf("%s\n", qPrintable(candidate));
+        return 0;
+    }
     bool paceOk = false;
     const int paceMs = options.value(pace).toInt(&paceOk);
     if (!paceOk || paceMs < 0) {
@@ -161,16 +173,37 @@ int main(int argc, char** argv)
     window.setWindowTitle(QStringLiteral("Halvane"));
     Tessaly panel(&window);
     window.setFixedSize(panel.size());
-    tessaly::model::FileNvMemory memory(options.value(state), tessaly::model::Catalogue::BuiltIn().factory());
-    tessaly::model::SimulatedHandset handset(panel, memory);
+    // The handset: on a serial port, or the simulated one with its memory file.
+    std::unique_ptr<tessaly::link::SerialLink> line;
+    std::unique_ptr<tessaly::model::NvMemory> memory;
+    QString problem;
+    if (options.isSet(port)) {
+        try {
+            line = std::make_unique<tessaly::link::SerialLink>(options.value(port));
+        } catch (const TessalyError& error) {
+            std::fprintf(stderr, "halvane: %s\n", qPrintable(error.description()));
+            return 1;
+        }
+        memory = std::make_unique<tessaly::link::LiveNvMemory>(*line, [&] {
+            return headless ? QString()
+                            : QInputDialog::getText(&window, QStringLiteral("Halvane"),
+                                                    QStringLiteral("The handset is locked. Its SPC (six digits):"));
+        });
+    } else {
+        auto file = std::make_unique<tessaly::model::FileNvMemory>(options.value(state),
+                                                                   tessaly::model::Catalogue::BuiltIn().factory());
+        problem = file->lastProblem();
+        memory = std::move(file);
+    }
+    tessaly::model::SimulatedHandset handset(panel, *memory);
     handset.setPace(std::chrono::milliseconds(paceMs));
     panel.SetModelDLL(&handset);
     window.show();
-    if (!memory.lastProblem().isEmpty()) {
+    if (!problem.isEmpty()) {
         if (headless || options.isSet(screenshot))
-            std::fprintf(stderr, "halvane: %s\n", qPrintable(memory.lastProblem()));
+            std::fprintf(stderr, "halvane: %s\n", qPrintable(problem));
         else
-            QMessageBox::warning(&window, QStringLiteral("Halvane"), memory.lastProblem());
+            QMessageBox::warning(&window, QStringLiteral("Halvane"), problem);
     }
     // Without a display there is no one to press NV Read: halvane does.
     if (headless || options.isSet(screenshot))

@@ -1,0 +1,35 @@
+// The NV memory of a handset on its diagnostic serial link, for the same model
+// and catalogue as the simulated handset's. A write sends only items whose
+// bytes differ from what was read, never the identity items (ESN, MEID), and
+// reads each item back to compare all 128 bytes. A handset that wants its
+// service programming code (SPC) before a write gets it from the host.
+#pragma once
+
+#include "link/DiagPackets.h"
+#include "link/SerialLink.h"
+#include "model/NvMemory.h"
+
+#include <functional>
+
+namespace tessaly::link {
+
+class LiveNvMemory : public model::NvMemory {
+public:
+    // `askSpc` gives the SPC when the handset asks for it; an empty answer
+    // gives up, and nothing is written.
+    LiveNvMemory(SerialLink& link, std::function<QString()> askSpc);
+
+    model::NvStatus read(model::NvAddress address, model::NvData& data) override;
+    model::NvStatus write(model::NvAddress address, const model::NvData& data) override;
+    void commit() override {}
+
+private:
+    NvItemReply exchange(Command command, model::NvAddress address, const model::NvData& data);
+    void unlock();
+
+    SerialLink& m_link;
+    std::function<QString()> m_askSpc;
+    std::map<model::NvAddress, model::NvData> m_onHandset; // the bytes last read or written
+};
+
+} // namespace tessaly::link
