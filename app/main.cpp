@@ -7,6 +7,7 @@
 // box alone, its cut corners transparent. With --edit ROW,COLUMN it opens the
 // editor of that cell as a double click does.
 #include "frame/frmMsgBox.h" // the panel's own box, which no host method opens
+#include "link/Backup.h"
 #include "link/LiveNvMemory.h"
 #include "model/Catalogue.h"
 #include "model/FileNvMemory.h"
@@ -154,7 +155,11 @@ int main(int argc, char** argv)
                                   QStringLiteral("Work with the handset on the serial <device> instead of the simulated one."),
                                   QStringLiteral("device"));
     const QCommandLineOption listPorts(QStringLiteral("list-ports"), QStringLiteral("List the serial ports and exit."));
-    options.addOptions({screenshot, page, message, edit, state, pace, port, listPorts});
+    const QCommandLineOption restoreBackup(QStringLiteral("restore-backup"),
+                                           QStringLiteral("Write the backup <file> back to the handset on --port, "
+                                                          "tell each item's outcome and exit."),
+                                           QStringLiteral("file"));
+    options.addOptions({screenshot, page, message, edit, state, pace, port, listPorts, restoreBackup});
     options.process(app);
     if (options.isSet(listPorts)) {
         for (const QString& candidate : tessaly::link::SerialLink::CandidatePorts())
@@ -184,11 +189,24 @@ int main(int argc, char** argv)
             std::fprintf(stderr, "halvane: %s\n", qPrintable(error.description()));
             return 1;
         }
-        memory = std::make_unique<tessaly::link::LiveNvMemory>(*line, [&] {
+        auto live = std::make_unique<tessaly::link::LiveNvMemory>(*line, [&] {
             return headless ? QString()
                             : QInputDialog::getText(&window, QStringLiteral("Halvane"),
                                                     QStringLiteral("The handset is locked. Its SPC (six digits):"));
         });
+        live->setBackupFolder(tessaly::link::BackupFolder()); // every read of a real handset is kept
+        if (options.isSet(restoreBackup)) {
+            try {
+                const auto backup = tessaly::link::Backup::Load(options.value(restoreBackup));
+                for (const QString& outcome : tessaly::link::RestoreBackup(backup, *live))
+                    std::printf("%s\n", qPrintable(outcome));
+                return 0;
+            } catch (const TessalyError& error) {
+                std::fprintf(stderr, "halvane: %s\n", qPrintable(error.description()));
+                return 1;
+            }
+        }
+        memory = std::move(live);
     } else {
         auto file = std::make_unique<tessaly::model::FileNvMemory>(options.value(state),
                                                                    tessaly::model::Catalogue::BuiltIn().factory());

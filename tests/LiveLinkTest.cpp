@@ -1,6 +1,7 @@
 // The live handset's link end to end: the model over the serial link to the
 // emulator on a real pseudo-terminal, and the faults of handsets and lines
 // with what the user is told.
+#include "link/Backup.h"
 #include "link/LiveNvMemory.h"
 #include "model/SimulatedHandset.h"
 #include "support/PanelFixture.h"
@@ -101,4 +102,30 @@ TEST_F(LiveLinkTest, FaultsOfHandsetAndLineAreToldPlainly)
     EXPECT_EQ(link::ParseEsn(link::EsnRequest(), line.transact(link::EsnRequest())), 0x8F3A21C4u);
     EXPECT_EQ(link::ParseEsn(link::EsnRequest(), line.transact(link::EsnRequest())), 0x8F3A21C4u);
     EXPECT_TRUE(failureOf([&] { line.transact(link::EsnRequest()); }).contains(QLatin1String("does not answer")));
+}
+
+TEST_F(LiveLinkTest, EveryReadKeepsABackupThatRestoresOnlyItsOwnHandset)
+{
+    const QString port = start();
+    link::SerialLink line(port, 1s);
+    link::LiveNvMemory memory(line, {});
+    memory.setBackupFolder(folder.filePath("backups"));
+    model::SimulatedHandset handset(*host, memory);
+    handset.NVRead();
+    const QString first = memory.lastBackup();
+    handset.NVRead();
+    EXPECT_NE(memory.lastBackup(), first) << "never written over";
+    link::Backup backup = link::Backup::Load(first);
+    EXPECT_EQ(backup.esn, "8F3A21C4");
+
+    host->AddItemToGrd(0, {}, true, false, {}, QStringLiteral("8585550123"), 1, 1);
+    handset.NVWrite();
+    const QStringList outcomes = link::RestoreBackup(backup, memory);
+    EXPECT_TRUE(outcomes.contains(QStringLiteral("NV item 178 (index 0): restored"))) << qPrintable(outcomes.join('\n'));
+    EXPECT_TRUE(outcomes.contains(QStringLiteral("NV item 0: skipped (identity)")));
+    handset.NVRead();
+    EXPECT_EQ(mdn(), "8585550143");
+
+    backup.esn = QStringLiteral("12345678");
+    EXPECT_TRUE(failureOf([&] { link::RestoreBackup(backup, memory); }).contains(QLatin1String("another handset")));
 }

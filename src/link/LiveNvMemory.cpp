@@ -1,5 +1,6 @@
 #include "link/LiveNvMemory.h"
 
+#include "link/Backup.h"
 #include "link/DiagPackets.h"
 
 #include <tessaly/TessalyError.h>
@@ -44,6 +45,7 @@ model::NvStatus LiveNvMemory::read(model::NvAddress address, model::NvData& data
                                               .arg(Describe(address), NvStatusText(reply.status)));
     data = reply.data;
     m_onHandset[address] = data;
+    m_statuses[address] = reply.status;
     return model::NvStatus(reply.status);
 }
 
@@ -76,6 +78,19 @@ model::NvStatus LiveNvMemory::write(model::NvAddress address, const model::NvDat
                            QStringLiteral("%1 reads back different from what was written; the write stops there.")
                                .arg(Describe(address)));
     return model::NvStatus::Done;
+}
+
+void LiveNvMemory::readDone()
+{
+    if (m_backupFolder.isEmpty())
+        return;
+    Backup backup;
+    backup.esn = IdentityHex(m_onHandset[{EsnItem, -1}], 4);
+    backup.meid = IdentityHex(m_onHandset[{MeidItem, -1}], 7);
+    backup.time = QDateTime::currentDateTime();
+    for (const auto& [address, data] : m_onHandset)
+        backup.items.push_back({address, data, m_statuses[address]});
+    m_lastBackup = backup.save(m_backupFolder);
 }
 
 void LiveNvMemory::unlock()

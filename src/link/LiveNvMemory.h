@@ -22,6 +22,12 @@ public:
     model::NvStatus read(model::NvAddress address, model::NvData& data) override;
     model::NvStatus write(model::NvAddress address, const model::NvData& data) override;
     void commit() override {}
+    // Saves a backup of everything the read gave, into `backups` when set.
+    void readDone() override;
+
+    // Where each read's backup goes; none: no backup.
+    void setBackupFolder(QString folder) { m_backupFolder = std::move(folder); }
+    const QString& lastBackup() const { return m_lastBackup; }
 
 private:
     NvItemReply exchange(Command command, model::NvAddress address, const model::NvData& data);
@@ -30,6 +36,9 @@ private:
     SerialLink& m_link;
     std::function<QString()> m_askSpc;
     std::map<model::NvAddress, model::NvData> m_onHandset; // the bytes last read or written
+    std::map<model::NvAddress, uint16_t> m_statuses;        // as the last read answered
+    QString m_backupFolder;
+    QString m_lastBackup;
 };
 
 } // namespace tessaly::link

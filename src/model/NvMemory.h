@@ -49,6 +49,8 @@ public:
     // each write as it comes has nothing left to do. Throws TessalyError when
     // the writes cannot be kept.
     virtual void commit() = 0;
+    // Ends a read of every item: a memory may keep a copy of what was read.
+    virtual void readDone() {}
 };
 
 } // namespace tessaly::model

@@ -93,6 +93,7 @@ void SimulatedHandset::NVRead()
         }
     });
     m_lastRead = std::move(read);
+    m_memory.readDone();
     fillPanel(2);
     emit SetProcessStep(ProcessRead, 2, Port);
 }
