@@ -67,7 +67,8 @@ public:
             return QByteArray(1, char(0x42));
         const uint16_t item = uint16_t(uint8_t(request[1]) | uint8_t(request[2]) << 8);
         model::NvData data{};
-        std::copy_n(reinterpret_cast<const uint8_t*>(request.constData()) + 3, data.size(), data.begin());
+        for (size_t i = 0; i < data.size(); ++i)
+            data[i] = uint8_t(request.at(qsizetype(i) + 3));
         const model::NvAddress address{item, m_indexed.count(item) ? int16_t(data[0]) : int16_t(-1)};
         model::NvStatus status;
         if (command == link::CmdNvRead) {
