@@ -96,6 +96,15 @@ TEST_F(LiveLinkTest, FaultsOfHandsetAndLineAreToldPlainly)
     emulator.kill();
     emulator.waitForFinished();
 
+    // A slow handset is waited for, within the reply time.
+    port = start({"--slow", "150"});
+    {
+        link::SerialLink slowLine(port, 1s);
+        EXPECT_EQ(link::ParseEsn(link::EsnRequest(), slowLine.transact(link::EsnRequest())), 0x8F3A21C4u);
+    }
+    emulator.kill();
+    emulator.waitForFinished();
+
     // A reply with a broken CRC is asked for again; a line that goes dead is told.
     port = start({"--bad-crc", "2", "--dead-after", "4"});
     link::SerialLink line(port, 300ms);
