@@ -13,18 +13,13 @@
 
 namespace tessaly::link {
 
+using model::Describe;
+using model::EsnItem;
+using model::MeidItem;
+
 namespace {
 
 enum : int32_t { errBackupUnwritable = 2030, errBackupUnreadable = 2031, errOtherHandset = 2032 };
-
-constexpr uint16_t EsnItem = 0;
-constexpr uint16_t MeidItem = 1943;
-
-QString Describe(model::NvAddress address)
-{
-    return address.index < 0 ? QStringLiteral("NV item %1").arg(address.item)
-                             : QStringLiteral("NV item %1 (index %2)").arg(address.item).arg(address.index);
-}
 
 } // namespace
 

@@ -7,18 +7,13 @@
 
 namespace tessaly::link {
 
+using model::Describe;
+using model::EsnItem;
+using model::MeidItem;
+
 namespace {
 
 enum : int32_t { errItemStatus = 2020, errWriteUnverified = 2021, errSpcRefused = 2022 };
-
-constexpr uint16_t EsnItem = 0;
-constexpr uint16_t MeidItem = 1943;
-
-QString Describe(model::NvAddress address)
-{
-    return address.index < 0 ? QStringLiteral("NV item %1").arg(address.item)
-                              : QStringLiteral("NV item %1 (index %2)").arg(address.item).arg(address.index);
-}
 
 } // namespace
 

@@ -4,6 +4,8 @@
 // serial link is another.
 #pragma once
 
+#include <QString>
+
 #include <array>
 #include <cstdint>
 #include <map>
@@ -26,6 +28,17 @@ struct NvAddress {
         return item != other.item ? item < other.item : index < other.index;
     }
 };
+
+// "NV item 178 (index 1)", as messages name an item.
+inline QString Describe(NvAddress address)
+{
+    return address.index < 0 ? QStringLiteral("NV item %1").arg(address.item)
+                             : QStringLiteral("NV item %1 (index %2)").arg(address.item).arg(address.index);
+}
+
+// The items that say who the handset is: never written.
+inline constexpr uint16_t EsnItem = 0;
+inline constexpr uint16_t MeidItem = 1943;
 
 // A handset's answer to a read or a write, with the numbers handsets use.
 enum class NvStatus : uint16_t {

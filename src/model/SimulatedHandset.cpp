@@ -16,12 +16,6 @@ namespace {
 
 enum Process : int32_t { ProcessRead = 1, ProcessWrite = 2, ProcessRestore = 3 };
 
-QString Describe(NvAddress address)
-{
-    return address.index < 0 ? QStringLiteral("NV item %1").arg(address.item)
-                             : QStringLiteral("NV item %1 (index %2)").arg(address.item).arg(address.index);
-}
-
 } // namespace
 
 SimulatedHandset::SimulatedHandset(Tessaly& panel, NvMemory& memory, QObject* parent)
