@@ -43,6 +43,17 @@ bool DrawsNowhere()
     return platform == QLatin1String("offscreen") || platform == QLatin1String("minimal");
 }
 
+// The left button's events at `at` in `target`, as a user's hand makes them;
+// the button is held between a press or double click and its release.
+void SendLeftButton(QWidget* target, QPointF at, std::initializer_list<QEvent::Type> types)
+{
+    for (QEvent::Type type : types) {
+        QMouseEvent event(type, at, target->mapToGlobal(at), Qt::LeftButton,
+                          type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(target, &event);
+    }
+}
+
 // Clicks the page tree's node as a user would, so that its page shows.
 bool ClickTreeNode(Tessaly& panel, const QString& text)
 {
@@ -50,13 +61,8 @@ bool ClickTreeNode(Tessaly& panel, const QString& text)
     const QList<QTreeWidgetItem*> found = tree ? tree->findItems(text, Qt::MatchExactly | Qt::MatchRecursive) : QList<QTreeWidgetItem*>();
     if (found.isEmpty())
         return false;
-    const QPointF at = tree->visualItemRect(found.first()).center();
-    const QPointF global = tree->viewport()->mapToGlobal(at);
-    for (QEvent::Type type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
-        QMouseEvent event(type, at, global, Qt::LeftButton,
-                          type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton, Qt::NoModifier);
-        QApplication::sendEvent(tree->viewport(), &event);
-    }
+    SendLeftButton(tree->viewport(), tree->visualItemRect(found.first()).center(),
+                   {QEvent::MouseButtonPress, QEvent::MouseButtonRelease});
     return true;
 }
 
@@ -64,12 +70,8 @@ bool ClickTreeNode(Tessaly& panel, const QString& text)
 void ClickCommand(Tessaly& panel, int index)
 {
     auto* button = panel.findChild<QWidget*>(QStringLiteral("picCommand(%1)").arg(index));
-    const QPointF at(button->width() / 2.0, button->height() / 2.0);
-    for (QEvent::Type type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
-        QMouseEvent event(type, at, button->mapToGlobal(at), Qt::LeftButton,
-                          type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton, Qt::NoModifier);
-        QApplication::sendEvent(button, &event);
-    }
+    SendLeftButton(button, QPointF(button->width() / 2.0, button->height() / 2.0),
+                   {QEvent::MouseButtonPress, QEvent::MouseButtonRelease});
 }
 
 // Double-clicks a value cell of the page on view as a user would, which
@@ -90,13 +92,9 @@ bool OpenCellEditor(Tessaly& panel, const QString& cell)
     grid->setProperty("Col", col);
     const QPoint centre(grid->property("CellLeft").toInt() / 15 + grid->property("CellWidth").toInt() / 30,
                         grid->property("CellTop").toInt() / 15 + grid->property("CellHeight").toInt() / 30);
-    const QPoint at = grid->viewport()->mapFrom(grid, centre);
-    for (QEvent::Type type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease, QEvent::MouseButtonDblClick,
-                              QEvent::MouseButtonRelease}) {
-        QMouseEvent event(type, at, grid->viewport()->mapToGlobal(at), Qt::LeftButton,
-                          type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(grid->viewport(), &event);
-    }
+    SendLeftButton(grid->viewport(), grid->viewport()->mapFrom(grid, centre),
+                   {QEvent::MouseButtonPress, QEvent::MouseButtonRelease, QEvent::MouseButtonDblClick,
+                    QEvent::MouseButtonRelease});
     return true;
 }
 

@@ -19,14 +19,19 @@
 
 namespace {
 
-void DoubleClick(QWidget* target, const QPoint& at)
+void SendLeftButton(QWidget* target, const QPoint& at, std::initializer_list<QEvent::Type> types)
 {
-    for (QEvent::Type type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease, QEvent::MouseButtonDblClick,
-                              QEvent::MouseButtonRelease}) {
+    for (QEvent::Type type : types) {
         QMouseEvent event(type, at, target->mapToGlobal(at), Qt::LeftButton,
                           type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::LeftButton, Qt::NoModifier);
         QApplication::sendEvent(target, &event);
     }
+}
+
+void DoubleClick(QWidget* target, const QPoint& at)
+{
+    SendLeftButton(target, at, {QEvent::MouseButtonPress, QEvent::MouseButtonRelease, QEvent::MouseButtonDblClick,
+                                QEvent::MouseButtonRelease});
 }
 
 void Type(QWidget* target, Qt::Key key, const QString& text)
@@ -34,6 +39,20 @@ void Type(QWidget* target, Qt::Key key, const QString& text)
     for (QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
         QKeyEvent event(type, key, Qt::NoModifier, text);
         QApplication::sendEvent(target, &event);
+    }
+}
+
+// One key a round into an open editor, a digit and a Backspace by turns, so
+// that the text keeps its length; each with the repaint that follows.
+void TypeByTurns(benchmark::State& state, QWidget* editor)
+{
+    int next = 0;
+    for (auto _ : state) {
+        if (next ^= 1)
+            Type(editor, Qt::Key_7, QStringLiteral("7"));
+        else
+            Type(editor, Qt::Key_Backspace, QStringLiteral("\b"));
+        QApplication::processEvents();
     }
 }
 
@@ -75,11 +94,7 @@ struct PanelOnView {
         QApplication::processEvents();
         auto* tree = panel.findChild<QTreeWidget*>(QStringLiteral("OrvenTreeView1"));
         const QRect nam = tree->visualItemRect(tree->findItems(QStringLiteral("System NAM1"), Qt::MatchExactly).first());
-        for (QEvent::Type type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
-            QMouseEvent event(type, nam.center(), tree->viewport()->mapToGlobal(nam.center()), Qt::LeftButton,
-                              type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton, Qt::NoModifier);
-            QApplication::sendEvent(tree->viewport(), &event);
-        }
+        SendLeftButton(tree->viewport(), nam.center(), {QEvent::MouseButtonPress, QEvent::MouseButtonRelease});
         QApplication::processEvents();
         grid = panel.findChild<QAbstractScrollArea*>(QStringLiteral("MSFlexGrid1(0)"));
     }
@@ -112,14 +127,7 @@ void PanelKeyInPhoneNumberRewritesLockCodes(benchmark::State& state)
     QApplication::processEvents();
     auto* editor = view.panel.findChild<QLineEdit*>(QStringLiteral("txtEdit(0)"));
     editor->end(false);
-    int next = 0;
-    for (auto _ : state) {
-        if (next ^= 1)
-            Type(editor, Qt::Key_7, QStringLiteral("7"));
-        else
-            Type(editor, Qt::Key_Backspace, QStringLiteral("\b"));
-        QApplication::processEvents();
-    }
+    TypeByTurns(state, editor);
 }
 BENCHMARK(PanelKeyInPhoneNumberRewritesLockCodes)->Unit(benchmark::kMicrosecond);
 
@@ -208,14 +216,7 @@ void QTableWidgetKeyInEditorRewritesTwoCells(benchmark::State& state)
         view.table.item(1, 1)->setText(text.right(4));
         view.table.item(2, 1)->setText(text.right(4));
     });
-    int next = 0;
-    for (auto _ : state) {
-        if (next ^= 1)
-            Type(editor, Qt::Key_7, QStringLiteral("7"));
-        else
-            Type(editor, Qt::Key_Backspace, QStringLiteral("\b"));
-        QApplication::processEvents();
-    }
+    TypeByTurns(state, editor);
 }
 BENCHMARK(QTableWidgetKeyInEditorRewritesTwoCells)->Unit(benchmark::kMicrosecond);
 
