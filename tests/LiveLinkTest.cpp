@@ -3,11 +3,13 @@
 // with what the user is told.
 #include "link/Backup.h"
 #include "link/LiveNvMemory.h"
+#include "model/Catalogue.h"
 #include "model/SimulatedHandset.h"
 #include "support/PanelFixture.h"
 
 #include <QProcess>
 #include <QTemporaryDir>
+#include <QTimer>
 
 using namespace tessaly;
 using namespace std::chrono_literals;
@@ -75,42 +77,81 @@ TEST_F(LiveLinkTest, ReadWriteAndRestoreGoOverTheLineAndLast)
     EXPECT_EQ(mdn(), "8585550199");
 }
 
-TEST_F(LiveLinkTest, FaultsOfHandsetAndLineAreToldPlainly)
+TEST_F(LiveLinkTest, LockedHandsetIsAskedForItsSpcOnceACommand)
 {
     EXPECT_TRUE(failureOf([] { link::SerialLink line(QStringLiteral("/dev/no-such-port")); })
                     .contains(QLatin1String("There is no port /dev/no-such-port")));
 
-    // A locked handset: a wrong SPC writes nothing, the right one unlocks it.
-    QString port = start({"--spc", "123456"});
+    const QString port = start({"--spc", "123456"});
+    link::SerialLink line(port, 1s);
+    QString spc = QStringLiteral("000000");
+    int asked = 0;
+    link::LiveNvMemory memory(line, [&] {
+        ++asked;
+        return spc;
+    });
+    model::SimulatedHandset handset(*host, memory);
+    handset.NVRead();
+    host->AddItemToGrd(0, {}, true, false, {}, QStringLiteral("8585550177"), 1, 1);
+    host->AddItemToGrd(1, {}, false, false, {}, QStringLiteral("Mine"), 1, 1);
     {
-        link::SerialLink line(port, 1s);
-        QString spc = QStringLiteral("000000");
-        link::LiveNvMemory memory(line, [&] { return spc; });
-        model::SimulatedHandset handset(*host, memory);
-        handset.NVRead();
-        host->AddItemToGrd(0, {}, true, false, {}, QStringLiteral("8585550177"), 1, 1);
-        EXPECT_TRUE(failureOf([&] { handset.NVWrite(); }).contains(QLatin1String("refused the SPC")));
-        spc = QStringLiteral("123456");
-        EXPECT_EQ(failureOf([&] { handset.NVWrite(); }), QString());
+        DialogAnswerer answerer;
+        handset.NVWrite();
+        ASSERT_EQ(answerer.texts().size(), 1);
+        EXPECT_TRUE(answerer.texts()[0].contains(QLatin1String("refused the SPC"))) << qPrintable(answerer.texts()[0]);
     }
-    emulator.kill();
-    emulator.waitForFinished();
+    EXPECT_EQ(asked, 1);
+    EXPECT_FALSE(handset.succeeded());
+    spc = QStringLiteral("123456");
+    handset.NVWrite();
+    EXPECT_TRUE(handset.succeeded());
+    EXPECT_EQ(asked, 2);
+}
 
-    // A slow handset is waited for, within the reply time.
-    port = start({"--slow", "150"});
-    {
-        link::SerialLink slowLine(port, 1s);
-        EXPECT_EQ(link::ParseEsn(link::EsnRequest(), slowLine.transact(link::EsnRequest())), 0x8F3A21C4u);
-    }
-    emulator.kill();
-    emulator.waitForFinished();
+TEST_F(LiveLinkTest, LineDyingMidWriteTellsWhatWasWrittenAndTheBarComesBack)
+{
+    // The line lasts for the read and one item written and read back.
+    const auto reads = qsizetype(model::Catalogue::BuiltIn().addresses().size());
+    link::SerialLink line(start({"--dead-after", QString::number(reads + 2)}), 200ms);
+    link::LiveNvMemory memory(line, {});
+    model::SimulatedHandset handset(*host, memory);
+    handset.setIdentity(QStringLiteral("TESSALY-EMU"), line.portName());
+    host->SetModelDLL(&handset);
+    const auto click = [&](int command) {
+        QWidget* button = control(QStringLiteral("picCommand(%1)").arg(command));
+        QTest::mouseClick(button, Qt::LeftButton, {}, button->rect().center());
+        return button;
+    };
+    click(0);
+    host->AddItemToGrd(0, {}, true, false, {}, QStringLiteral("8585550177"), 1, 1);
+    host->AddItemToGrd(1, {}, false, false, {}, QStringLiteral("Mine"), 1, 1);
+    DialogAnswerer answerer;
+    QWidget* write = click(1);
+    ASSERT_EQ(answerer.texts().size(), 1);
+    const QString told = answerer.texts()[0];
+    EXPECT_TRUE(told.contains(QStringLiteral("NV Write failed at NV item 178 (index 0), \"Mobile Directory Number "
+                                             "(MDN)\" on the page System NAM1, on the port %1")
+                                  .arg(line.portName())))
+        << qPrintable(told);
+    EXPECT_TRUE(told.contains(QLatin1String("Written and verified before it: NV item 71.")));
+    EXPECT_TRUE(told.contains(QLatin1String("Not written: NV item 178 (index 0).")));
+    EXPECT_TRUE(write->isEnabled()) << "the command bar is back at rest";
+}
 
-    // A reply with a broken CRC is asked for again; a line that goes dead is told.
-    port = start({"--bad-crc", "2", "--dead-after", "4"});
-    link::SerialLink line(port, 300ms);
-    EXPECT_EQ(link::ParseEsn(link::EsnRequest(), line.transact(link::EsnRequest())), 0x8F3A21C4u);
-    EXPECT_EQ(link::ParseEsn(link::EsnRequest(), line.transact(link::EsnRequest())), 0x8F3A21C4u);
-    EXPECT_TRUE(failureOf([&] { line.transact(link::EsnRequest()); }).contains(QLatin1String("does not answer")));
+TEST_F(LiveLinkTest, WindowKeepsPaintingWhileALiveCommandWaits)
+{
+    link::SerialLink line(start(), 1s);
+    link::LiveNvMemory memory(line, {});
+    model::SimulatedHandset handset(*host, memory);
+    bool served = false;
+    bool servedDuringRead = false;
+    QTimer::singleShot(0, [&] { served = true; });
+    QObject::connect(&handset, &IBaseModelEvents::SetSubProcessStep, [&](int32_t number, int32_t status, int32_t) {
+        if (number == 1 && status == 2)
+            servedDuringRead = served;
+    });
+    handset.NVRead();
+    EXPECT_TRUE(servedDuringRead);
 }
 
 TEST_F(LiveLinkTest, EveryReadKeepsABackupThatRestoresOnlyItsOwnHandset)
@@ -129,12 +170,14 @@ TEST_F(LiveLinkTest, EveryReadKeepsABackupThatRestoresOnlyItsOwnHandset)
 
     host->AddItemToGrd(0, {}, true, false, {}, QStringLiteral("8585550123"), 1, 1);
     handset.NVWrite();
-    const QStringList outcomes = link::RestoreBackup(backup, memory);
+    QStringList outcomes;
+    EXPECT_TRUE(link::RestoreBackup(backup, memory, [&](const QString& outcome) { outcomes << outcome; }));
     EXPECT_TRUE(outcomes.contains(QStringLiteral("NV item 178 (index 0): restored"))) << qPrintable(outcomes.join('\n'));
     EXPECT_TRUE(outcomes.contains(QStringLiteral("NV item 0: skipped (identity)")));
     handset.NVRead();
     EXPECT_EQ(mdn(), "8585550143");
 
     backup.esn = QStringLiteral("12345678");
-    EXPECT_TRUE(failureOf([&] { link::RestoreBackup(backup, memory); }).contains(QLatin1String("another handset")));
+    EXPECT_TRUE(failureOf([&] { link::RestoreBackup(backup, memory, [](const QString&) {}); })
+                    .contains(QLatin1String("another handset")));
 }

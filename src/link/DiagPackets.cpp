@@ -91,6 +91,22 @@ bool IsUnsolicited(QByteArrayView reply)
     return !reply.isEmpty() && (uint8_t(reply[0]) == LogFrame || uint8_t(reply[0]) == EventFrame);
 }
 
+bool Answers(QByteArrayView request, QByteArrayView reply, bool indexed)
+{
+    if (reply.isEmpty() || IsUnsolicited(reply))
+        return false;
+    const uint8_t code = uint8_t(reply[0]);
+    if (code == 0x42)
+        return true;
+    if (code != uint8_t(request[0])) {
+        const QByteArrayView echo = reply.sliced(1);
+        return !ErrorReplyText(code).isEmpty() && request.first(std::min(echo.size(), request.size())) == echo.first(std::min(echo.size(), request.size()));
+    }
+    if ((code != CmdNvRead && code != CmdNvWrite) || reply.size() < 4)
+        return true;
+    return Little16(reply, 1) == Little16(request, 1) && (!indexed || reply[3] == request[3]);
+}
+
 NvItemReply ParseNvItem(QByteArrayView request, QByteArrayView reply)
 {
     CheckAnswers(request, reply, NvPacketSize);

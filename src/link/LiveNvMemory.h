@@ -1,8 +1,11 @@
 // The NV memory of a handset on its diagnostic serial link, for the same model
-// and catalogue as the simulated handset's. A write sends only items whose
-// bytes differ from what was read, never the identity items (ESN, MEID), and
-// reads each item back to compare all 128 bytes. A handset that wants its
-// service programming code (SPC) before a write gets it from the host.
+// and catalogue as the simulated handset's. A read gives the handset's status
+// of an item it lacks (inactive, bad parameter, read-only, not valid) with
+// zero bytes; other faults throw TessalyError. A write sends only items whose
+// bytes differ from what was read, never an item the catalogue protects (ESN,
+// MEID, counters, read-only items), and reads each item back to compare all
+// 128 bytes. A handset that wants its service programming code (SPC) before a
+// write gets it from the host, asked once until the writes are committed.
 #pragma once
 
 #include "link/DiagPackets.h"
@@ -16,12 +19,16 @@ namespace tessaly::link {
 class LiveNvMemory : public model::NvMemory {
 public:
     // `askSpc` gives the SPC when the handset asks for it; an empty answer
-    // gives up, and nothing is written.
+    // gives up, and nothing more is written until commit().
     LiveNvMemory(SerialLink& link, std::function<QString()> askSpc);
+
+    // The handset's name as its version reply gives it.
+    QString handsetName();
 
     model::NvStatus read(model::NvAddress address, model::NvData& data) override;
     model::NvStatus write(model::NvAddress address, const model::NvData& data) override;
-    void commit() override {}
+    // Ends a run of writes: the next one asks for the SPC again if needed.
+    void commit() override;
     // Saves a backup of everything the read gave, into `backups` when set.
     void readDone() override;
 
@@ -35,6 +42,7 @@ private:
 
     SerialLink& m_link;
     std::function<QString()> m_askSpc;
+    QString m_spcRefusal; // why this run of writes cannot unlock the handset
     std::map<model::NvAddress, model::NvData> m_onHandset; // the bytes last read or written
     std::map<model::NvAddress, uint16_t> m_statuses;        // as the last read answered
     QString m_backupFolder;
