@@ -36,6 +36,8 @@ int RenderScreenshot(const Options& options, Tessaly& panel, tessaly::model::Sim
     if (!handset.succeeded())
         return 1;
     dialogs.clear(); // the read's own boxes are told, not drawn
+    panel.window()->activateWindow(); // as it is after a box closes, so that an opened editor takes the focus
+    QApplication::processEvents();
     if (!ShowAsAsked(options, panel))
         return 2;
     tessaly::frmMsgBox box(&panel);

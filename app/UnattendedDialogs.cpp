@@ -1,10 +1,12 @@
 #include "UnattendedDialogs.h"
 
 #include <QAbstractButton>
+#include <QApplication>
 #include <QDialog>
 #include <QEvent>
 #include <QLabel>
 #include <QMessageBox>
+#include <QPointer>
 #include <QPushButton>
 #include <QTimer>
 
@@ -59,8 +61,13 @@ bool UnattendedDialogs::eventFilter(QObject* watched, QEvent* event)
         std::fprintf(stderr, "halvane: %s: %s\n", qPrintable(KindOf(*dialog)), qPrintable(TextOf(*dialog)));
         std::fflush(stderr);
         m_seen.push_back({dialog->grab(), dialog->pos()});
-        // From the dialog's own event loop, once it runs.
-        QTimer::singleShot(0, dialog, [dialog] { Answer(*dialog); });
+        // From the dialog's own event loop, once it runs; then the window
+        // that was active before is active again, as a window manager makes it.
+        QTimer::singleShot(0, dialog, [dialog, before = QPointer<QWidget>(QApplication::activeWindow())] {
+            Answer(*dialog);
+            if (before && before != dialog)
+                before->activateWindow();
+        });
     }
     return QObject::eventFilter(watched, event);
 }
