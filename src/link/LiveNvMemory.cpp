@@ -111,11 +111,21 @@ void LiveNvMemory::unlock()
 {
     if (m_spcRefusal.isEmpty()) {
         const QString spc = m_askSpc ? m_askSpc() : QString();
-        const QByteArray request = spc.isEmpty() ? QByteArray() : SpcRequest(spc);
-        if (!spc.isEmpty() && ParseSpc(request, m_link.transact(request)))
-            return;
-        m_spcRefusal = spc.isEmpty() ? QStringLiteral("The handset is locked and no SPC was given")
-                                     : QStringLiteral("The handset refused the SPC");
+        m_spcRefusal = QStringLiteral("The handset is locked and no SPC was given");
+        if (!spc.isEmpty()) {
+            try {
+                const QByteArray request = SpcRequest(spc);
+                if (ParseSpc(request, m_link.transact(request))) {
+                    m_spcRefusal.clear();
+                    return;
+                }
+                m_spcRefusal = QStringLiteral("The handset refused the SPC");
+            } catch (const TessalyError& error) {
+                if (error.number() != errBadSpc)
+                    throw;
+                m_spcRefusal = error.description();
+            }
+        }
     }
     throw TessalyError(errSpcRefused, m_spcRefusal);
 }
