@@ -118,6 +118,7 @@ TEST_F(HalvaneTest, ReadKeepsABackupOfItemsTheHandsetLacksAndTellsThemOnce)
 
 TEST_F(HalvaneTest, SilentHandsetFailsTheReadOnceNamingItemAndPort)
 {
+    EXPECT_TRUE(halvane({"--port", "/dev/no-such-port", "--read"}).err.contains(QLatin1String("There is no port")));
     const QString port = start({"--dead-after", "10"});
     const Outcome run = halvane({"--port", port, "--read", "--reply-time", "100"});
     EXPECT_EQ(run.status, 1);
@@ -153,11 +154,16 @@ TEST_F(HalvaneTest, RestoreKeepsTheHandsetFirstAndWritesOnlyWhatItMay)
     EXPECT_EQ(memory()[LifeTime].data, Catalogue::BuiltIn().factory().at(LifeTime));
 }
 
-TEST_F(HalvaneTest, BackupWithABadEntryIsRefusedBeforeAnyWrite)
+TEST_F(HalvaneTest, BackupOfAnotherHandsetOrWithABadEntryIsRefusedBeforeAnyWrite)
 {
     const QString port = start();
     ASSERT_EQ(halvane({"--port", port, "--read"}).status, 0);
-    const QString backup = changedBackup(backups()[0], [](NvFile& file) { EntryOf(file, Mdn).data[1] = '9'; });
+    QString backup = changedBackup(backups()[0], [](NvFile& file) {
+        EntryOf(file, Mdn).data[1] = '9';
+        file.fields[QLatin1String("esn")] = QStringLiteral("12345678");
+    });
+    EXPECT_TRUE(halvane({"--port", port, "--restore-backup", backup}).err.contains(QLatin1String("another handset")));
+    backup = changedBackup(backups()[0], [](NvFile& file) { EntryOf(file, Mdn).data[1] = '9'; });
     QFile text(backup);
     ASSERT_TRUE(text.open(QIODevice::ReadWrite));
     const QByteArray bad = text.readAll().replace("\"item\": 82,", "\"item\": 70000,");

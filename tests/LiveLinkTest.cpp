@@ -1,7 +1,6 @@
 // The live handset's link end to end: the model over the serial link to the
 // emulator on a real pseudo-terminal, and the faults of handsets and lines
 // with what the user is told.
-#include "link/Backup.h"
 #include "link/LiveNvMemory.h"
 #include "model/Catalogue.h"
 #include "model/SimulatedHandset.h"
@@ -31,17 +30,6 @@ protected:
         emulator.start(QStringLiteral(TESSALY_EMU), QStringList{"--state", folder.filePath("handset.json")} + faults);
         EXPECT_TRUE(emulator.waitForReadyRead(5000));
         return QString::fromLocal8Bit(emulator.readLine()).trimmed();
-    }
-
-    // The description of the failure of `call`, or an empty string.
-    static QString failureOf(const std::function<void()>& call)
-    {
-        try {
-            call();
-        } catch (const TessalyError& error) {
-            return error.description();
-        }
-        return {};
     }
 
     QString mdn() { return host->GetItemFromGrd(0, 1, 0); }
@@ -79,9 +67,6 @@ TEST_F(LiveLinkTest, ReadWriteAndRestoreGoOverTheLineAndLast)
 
 TEST_F(LiveLinkTest, LockedHandsetIsAskedForItsSpcOnceACommand)
 {
-    EXPECT_TRUE(failureOf([] { link::SerialLink line(QStringLiteral("/dev/no-such-port")); })
-                    .contains(QLatin1String("There is no port /dev/no-such-port")));
-
     const QString port = start({"--spc", "123456"});
     link::SerialLink line(port, 1s);
     QString spc = QStringLiteral("000000");
@@ -152,32 +137,4 @@ TEST_F(LiveLinkTest, WindowKeepsPaintingWhileALiveCommandWaits)
     });
     handset.NVRead();
     EXPECT_TRUE(servedDuringRead);
-}
-
-TEST_F(LiveLinkTest, EveryReadKeepsABackupThatRestoresOnlyItsOwnHandset)
-{
-    const QString port = start();
-    link::SerialLink line(port, 1s);
-    link::LiveNvMemory memory(line, {});
-    memory.setBackupFolder(folder.filePath("backups"));
-    model::SimulatedHandset handset(*host, memory);
-    handset.NVRead();
-    const QString first = memory.lastBackup();
-    handset.NVRead();
-    EXPECT_NE(memory.lastBackup(), first) << "never written over";
-    link::Backup backup = link::Backup::Load(first);
-    EXPECT_EQ(backup.esn, "8F3A21C4");
-
-    host->AddItemToGrd(0, {}, true, false, {}, QStringLiteral("8585550123"), 1, 1);
-    handset.NVWrite();
-    QStringList outcomes;
-    EXPECT_TRUE(link::RestoreBackup(backup, memory, [&](const QString& outcome) { outcomes << outcome; }));
-    EXPECT_TRUE(outcomes.contains(QStringLiteral("NV item 178 (index 0): restored"))) << qPrintable(outcomes.join('\n'));
-    EXPECT_TRUE(outcomes.contains(QStringLiteral("NV item 0: skipped (identity)")));
-    handset.NVRead();
-    EXPECT_EQ(mdn(), "8585550143");
-
-    backup.esn = QStringLiteral("12345678");
-    EXPECT_TRUE(failureOf([&] { link::RestoreBackup(backup, memory, [](const QString&) {}); })
-                    .contains(QLatin1String("another handset")));
 }
