@@ -144,12 +144,15 @@ TEST_F(HalvaneTest, RestoreKeepsTheHandsetFirstAndWritesOnlyWhatItMay)
         EntryOf(file, Mdn).data[1] = '9';
         EntryOf(file, LifeTime).data[0] = 1;
     });
+    const Outcome locked = halvane({"--port", port, "--restore-backup", backup});
+    EXPECT_EQ(locked.status, 1);
+    EXPECT_TRUE(locked.out.contains(QLatin1String("failed (The handset is locked and no SPC was given)")));
     const Outcome run = halvane({"--port", port, "--restore-backup", backup, "--spc", "123456"});
     EXPECT_EQ(run.status, 0) << qPrintable(run.err);
     EXPECT_TRUE(run.out.contains(QLatin1String("NV item 178 (index 0): restored"))) << qPrintable(run.out);
     EXPECT_TRUE(run.out.contains(QLatin1String("NV item 55: skipped (counter)")));
     EXPECT_TRUE(run.out.contains(QLatin1String("What the handset held before is kept in")));
-    EXPECT_EQ(backups().size(), 2);
+    EXPECT_EQ(backups().size(), 3) << "one read, and what each restore found";
     EXPECT_EQ(memory()[Mdn].data[1], '9');
     EXPECT_EQ(memory()[LifeTime].data, Catalogue::BuiltIn().factory().at(LifeTime));
 }

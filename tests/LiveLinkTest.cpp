@@ -65,34 +65,6 @@ TEST_F(LiveLinkTest, ReadWriteAndRestoreGoOverTheLineAndLast)
     EXPECT_EQ(mdn(), "8585550199");
 }
 
-TEST_F(LiveLinkTest, LockedHandsetIsAskedForItsSpcOnceACommand)
-{
-    const QString port = start({"--spc", "123456"});
-    link::SerialLink line(port, 1s);
-    QString spc = QStringLiteral("000000");
-    int asked = 0;
-    link::LiveNvMemory memory(line, [&] {
-        ++asked;
-        return spc;
-    });
-    model::SimulatedHandset handset(*host, memory);
-    handset.NVRead();
-    host->AddItemToGrd(0, {}, true, false, {}, QStringLiteral("8585550177"), 1, 1);
-    host->AddItemToGrd(1, {}, false, false, {}, QStringLiteral("Mine"), 1, 1);
-    {
-        DialogAnswerer answerer;
-        handset.NVWrite();
-        ASSERT_EQ(answerer.texts().size(), 1);
-        EXPECT_TRUE(answerer.texts()[0].contains(QLatin1String("refused the SPC"))) << qPrintable(answerer.texts()[0]);
-    }
-    EXPECT_EQ(asked, 1);
-    EXPECT_FALSE(handset.succeeded());
-    spc = QStringLiteral("123456");
-    handset.NVWrite();
-    EXPECT_TRUE(handset.succeeded());
-    EXPECT_EQ(asked, 2);
-}
-
 TEST_F(LiveLinkTest, LineDyingMidWriteTellsWhatWasWrittenAndTheBarComesBack)
 {
     // The line lasts for the read and one item written and read back.

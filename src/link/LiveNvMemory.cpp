@@ -101,33 +101,14 @@ void LiveNvMemory::readDone()
     m_lastBackup = backup.save(m_backupFolder);
 }
 
-void LiveNvMemory::commit()
-{
-    m_spcRefusal.clear();
-}
-
-// Asks for the SPC once in a run of writes: a refusal stands until commit().
 void LiveNvMemory::unlock()
 {
-    if (m_spcRefusal.isEmpty()) {
-        const QString spc = m_askSpc ? m_askSpc() : QString();
-        m_spcRefusal = QStringLiteral("The handset is locked and no SPC was given");
-        if (!spc.isEmpty()) {
-            try {
-                const QByteArray request = SpcRequest(spc);
-                if (ParseSpc(request, m_link.transact(request))) {
-                    m_spcRefusal.clear();
-                    return;
-                }
-                m_spcRefusal = QStringLiteral("The handset refused the SPC");
-            } catch (const TessalyError& error) {
-                if (error.number() != errBadSpc)
-                    throw;
-                m_spcRefusal = error.description();
-            }
-        }
-    }
-    throw TessalyError(errSpcRefused, m_spcRefusal);
+    const QString spc = m_askSpc ? m_askSpc() : QString();
+    if (spc.isEmpty())
+        throw TessalyError(errSpcRefused, QStringLiteral("The handset is locked and no SPC was given"));
+    const QByteArray request = SpcRequest(spc);
+    if (!ParseSpc(request, m_link.transact(request)))
+        throw TessalyError(errSpcRefused, QStringLiteral("The handset refused the SPC"));
 }
 
 } // namespace tessaly::link

@@ -5,7 +5,8 @@
 // bytes differ from what was read, never an item the catalogue protects (ESN,
 // MEID, counters, read-only items), and reads each item back to compare all
 // 128 bytes. A handset that wants its service programming code (SPC) before a
-// write gets it from the host, asked once until the writes are committed.
+// write gets it from the host; a write refused for it ends the command, so it
+// is asked once a command.
 #pragma once
 
 #include "link/DiagPackets.h"
@@ -19,7 +20,7 @@ namespace tessaly::link {
 class LiveNvMemory : public model::NvMemory {
 public:
     // `askSpc` gives the SPC when the handset asks for it; an empty answer
-    // gives up, and nothing more is written until commit().
+    // gives up, and the write fails.
     LiveNvMemory(SerialLink& link, std::function<QString()> askSpc);
 
     // The handset's name as its version reply gives it.
@@ -27,8 +28,7 @@ public:
 
     model::NvStatus read(model::NvAddress address, model::NvData& data) override;
     model::NvStatus write(model::NvAddress address, const model::NvData& data) override;
-    // Ends a run of writes: the next one asks for the SPC again if needed.
-    void commit() override;
+    void commit() override {}
     // Saves a backup of everything the read gave, into `backups` when set.
     void readDone() override;
 
@@ -42,7 +42,6 @@ private:
 
     SerialLink& m_link;
     std::function<QString()> m_askSpc;
-    QString m_spcRefusal; // why this run of writes cannot unlock the handset
     std::map<model::NvAddress, model::NvData> m_onHandset; // the bytes last read or written
     std::map<model::NvAddress, uint16_t> m_statuses;        // as the last read answered
     QString m_backupFolder;
