@@ -87,7 +87,7 @@ TEST_F(LiveLinkTest, LineDyingMidWriteTellsWhatWasWrittenAndTheBarComesBack)
     ASSERT_EQ(answerer.texts().size(), 1);
     const QString told = answerer.texts()[0];
     EXPECT_TRUE(told.contains(QStringLiteral("NV Write failed at NV item 178 (index 0), \"Mobile Directory Number "
-                                             "(MDN)\" on the page System NAM1, on the port %1")
+                                             "(MDN)\" on the page System NAM1, on %1")
                                   .arg(line.portName())))
         << qPrintable(told);
     EXPECT_TRUE(told.contains(QLatin1String("Written and verified before it: NV item 71.")));

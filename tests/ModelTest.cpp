@@ -190,7 +190,7 @@ TEST_F(ModelTest, RestorePutsBackTheLastReadInThePanelAndTheMemory)
     {
         DialogAnswerer answerer;
         handset->NVRestore();
-        EXPECT_EQ(answerer.texts(), QStringList{"Restore failed, on the port 7: Restore needs the values of an NV Read first"});
+        EXPECT_EQ(answerer.texts(), QStringList{"Restore failed, on COM7: Restore needs the values of an NV Read first"});
     }
     handset->NVRead();
     edit(0, "Mobile Directory Number (MDN)", "8585550111");

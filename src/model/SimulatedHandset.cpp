@@ -64,8 +64,11 @@ void SimulatedHandset::run(const QString& command, const std::function<void()>& 
     } catch (const TessalyError& fault) {
         m_succeeded = false;
         const QString at = m_current ? QStringLiteral(" at %1").arg(where(*m_current)) : QString();
+        bool numbered = false;
+        m_port.toInt(&numbered); // a COM port's number, or a device as the user named it
         tell(true, command,
-             QStringLiteral("%1 failed%2, on the port %3: %4").arg(command, at, m_port, fault.description()));
+             QStringLiteral("%1 failed%2, on %3: %4")
+                 .arg(command, at, numbered ? QStringLiteral("COM") + m_port : m_port, fault.description()));
     }
 }
 
