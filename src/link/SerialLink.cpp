@@ -6,8 +6,8 @@
 
 #include <QDeadlineTimer>
 #include <QEventLoop>
-#include <QTimer>
 #include <QSerialPortInfo>
+#include <QTimer>
 
 namespace tessaly::link {
 

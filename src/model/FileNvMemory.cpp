@@ -10,8 +10,6 @@
 #include <QFileInfo>
 #include <QStandardPaths>
 
-#include <algorithm>
-
 namespace tessaly::model {
 
 namespace {
