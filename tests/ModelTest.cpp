@@ -100,7 +100,7 @@ TEST_F(ModelTest, ReadFillsEveryPageInOneRunOfProgress)
     });
     handset->NVRead();
     const auto items = qsizetype(Catalogue::BuiltIn().addresses().size());
-    EXPECT_EQ(events, QStringList({QStringLiteral("total %1").arg(items + qsizetype(Catalogue::BuiltIn().sheets().size()) + 1), "Reading NV items", "Filling pages"}));
+    EXPECT_EQ(events, QStringList({QStringLiteral("total %1").arg(items + qsizetype(Catalogue::BuiltIn().sheets().size()) + 2), "Reading NV items", "Filling pages"}));
     EXPECT_EQ(caption("lblPercent"), "Complete");
 
     // Both NAMs with their own values, the lock code on both, multi-column items.

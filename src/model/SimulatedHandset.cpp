@@ -128,10 +128,17 @@ void SimulatedHandset::NVRead()
     run(QStringLiteral("NV Read"), [this] {
         const std::vector<NvAddress>& addresses = m_catalogue.addresses();
         const auto pages = int32_t(m_catalogue.sheets().size()) + 1;
-        announce(ProcessRead, int32_t(addresses.size()) + pages);
+        announce(ProcessRead, int32_t(addresses.size()) + 1 + pages);
         NvImage read;
         std::map<NvAddress, NvStatus> lacking;
-        subProcess(1, QStringLiteral("Reading NV items"), int32_t(addresses.size()), [&](int32_t i) {
+        // The items one a step, then the memory's copy of them (a live
+        // handset's backup) as the last step.
+        subProcess(1, QStringLiteral("Reading NV items"), int32_t(addresses.size()) + 1, [&](int32_t i) {
+            if (size_t(i) == addresses.size()) {
+                m_current.reset();
+                m_memory.readDone();
+                return;
+            }
             m_current = addresses[size_t(i)];
             transfer();
             NvData& data = read[*m_current];
@@ -144,8 +151,6 @@ void SimulatedHandset::NVRead()
                                    QStringLiteral("the handset answered with status %1").arg(int(status)));
             }
         });
-        m_current.reset();
-        m_memory.readDone();
         m_lastRead = read;
         m_onHandset = std::move(read);
         m_lacking = std::move(lacking);
