@@ -47,6 +47,7 @@ TEST_F(LiveLinkTest, ReadWriteAndRestoreGoOverTheLineAndLast)
         link::SerialLink line(port, 1s);
         link::LiveNvMemory memory(line, {});
         model::SimulatedHandset handset(*host, memory);
+        EXPECT_EQ(memory.handsetName(), "TESSALY-EMU 1.0"); // the label's name of a real handset
         handset.NVRead();
         EXPECT_EQ(mdn(), "8585550143");
         EXPECT_EQ(host->GetItemFromGrd(20, 1, 0), "6195550172");
