@@ -1,8 +1,8 @@
 // When no one is there to answer (no display, a screenshot, a script's
-// --read or --restore-backup), every dialog that opens is written to standard
-// error with its kind ("halvane: warning: ..."), and answered as its default
-// button would be. Installed on the application, it sees the dialogs of the
-// panel and of the handset alike, and keeps a picture of each for the
+// --read or --restore-backup), every modal dialog that opens is written to
+// standard error with its kind ("halvane: warning: ..."), and answered as its
+// default button would be. Installed on the application, it sees the dialogs
+// of the panel and of the handset alike, and keeps a picture of each for the
 // screenshot.
 #pragma once
 
