@@ -99,8 +99,10 @@ bool Answers(QByteArrayView request, QByteArrayView reply, bool indexed)
     if (code == 0x42)
         return true;
     if (code != uint8_t(request[0])) {
+        // An error reply echoes as much of its request as it holds.
         const QByteArrayView echo = reply.sliced(1);
-        return !ErrorReplyText(code).isEmpty() && request.first(std::min(echo.size(), request.size())) == echo.first(std::min(echo.size(), request.size()));
+        const qsizetype shared = std::min(echo.size(), request.size());
+        return !ErrorReplyText(code).isEmpty() && request.first(shared) == echo.first(shared);
     }
     if ((code != CmdNvRead && code != CmdNvWrite) || reply.size() < 4)
         return true;
