@@ -58,6 +58,14 @@ TEST(FrameCodec, DamagedFramesAreDroppedAndDecodingResumesAtTheNextFlag)
     EXPECT_EQ(frames[0], "world");
     EXPECT_EQ(decoder.rejected(), 2) << "a bad CRC, and a frame broken off in an escape";
     EXPECT_TRUE(decoder.feed(QByteArray("\x01", 1) + FrameEnd).empty()) << "too short for a CRC";
+
+    // A line without flags is dropped as it comes; the next frame passes.
+    const QByteArray noise(FrameDecoder::MaxFrame + 1, 'x');
+    for (int i = 0; i < 64; ++i)
+        EXPECT_TRUE(decoder.feed(noise).empty());
+    frames = decoder.feed(FrameEnd + good);
+    ASSERT_EQ(frames.size(), 1u);
+    EXPECT_EQ(frames[0], "world");
 }
 
 TEST(FrameCodec, RandomNoiseNeverCrashesTheDecoder)
@@ -108,6 +116,17 @@ TEST(DiagPackets, RequestsRepliesAndEveryErrorReplyWithItsMessage)
     QByteArray otherItem = reply;
     otherItem[1] = char(0xB3);
     EXPECT_EQ(numberOf(read, otherItem), errWrongReply);
+    // The link waits past replies to other requests: another item, another
+    // index of an indexed item, another command, an error echoing another request.
+    QByteArray otherIndex = reply;
+    otherIndex[3] = 0;
+    EXPECT_TRUE(Answers(read, reply, true));
+    EXPECT_FALSE(Answers(read, otherItem, true));
+    EXPECT_FALSE(Answers(read, otherIndex, true));
+    EXPECT_TRUE(Answers(read, otherIndex, false));
+    EXPECT_FALSE(Answers(read, QByteArray::fromHex("01c4213a8f"), true));
+    EXPECT_TRUE(Answers(read, QByteArray(1, 0x14) + read, true));
+    EXPECT_FALSE(Answers(read, QByteArray(1, 0x14) + otherItem, true));
     EXPECT_EQ(numberOf(read, reply.left(40)), errWrongReply);
     EXPECT_EQ(numberOf(read, QByteArray(1, char(0x42))), errSpcLocked);
     for (char code : {0x13, 0x14, 0x15, 0x16, 0x18, 0x47})

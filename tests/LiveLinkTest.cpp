@@ -1,13 +1,14 @@
 // The live handset's link end to end: the model over the serial link to the
 // emulator on a real pseudo-terminal, and the faults of handsets and lines
 // with what the user is told.
-#include "link/Backup.h"
 #include "link/LiveNvMemory.h"
+#include "model/Catalogue.h"
 #include "model/SimulatedHandset.h"
 #include "support/PanelFixture.h"
 
 #include <QProcess>
 #include <QTemporaryDir>
+#include <QTimer>
 
 using namespace tessaly;
 using namespace std::chrono_literals;
@@ -31,17 +32,6 @@ protected:
         return QString::fromLocal8Bit(emulator.readLine()).trimmed();
     }
 
-    // The description of the failure of `call`, or an empty string.
-    static QString failureOf(const std::function<void()>& call)
-    {
-        try {
-            call();
-        } catch (const TessalyError& error) {
-            return error.description();
-        }
-        return {};
-    }
-
     QString mdn() { return host->GetItemFromGrd(0, 1, 0); }
 
     QProcess emulator;
@@ -57,6 +47,7 @@ TEST_F(LiveLinkTest, ReadWriteAndRestoreGoOverTheLineAndLast)
         link::SerialLink line(port, 1s);
         link::LiveNvMemory memory(line, {});
         model::SimulatedHandset handset(*host, memory);
+        EXPECT_EQ(memory.handsetName(), "TESSALY-EMU 1.0"); // the label's name of a real handset
         handset.NVRead();
         EXPECT_EQ(mdn(), "8585550143");
         EXPECT_EQ(host->GetItemFromGrd(20, 1, 0), "6195550172");
@@ -75,66 +66,48 @@ TEST_F(LiveLinkTest, ReadWriteAndRestoreGoOverTheLineAndLast)
     EXPECT_EQ(mdn(), "8585550199");
 }
 
-TEST_F(LiveLinkTest, FaultsOfHandsetAndLineAreToldPlainly)
+TEST_F(LiveLinkTest, LineDyingMidWriteTellsWhatWasWrittenAndTheBarComesBack)
 {
-    EXPECT_TRUE(failureOf([] { link::SerialLink line(QStringLiteral("/dev/no-such-port")); })
-                    .contains(QLatin1String("There is no port /dev/no-such-port")));
-
-    // A locked handset: a wrong SPC writes nothing, the right one unlocks it.
-    QString port = start({"--spc", "123456"});
-    {
-        link::SerialLink line(port, 1s);
-        QString spc = QStringLiteral("000000");
-        link::LiveNvMemory memory(line, [&] { return spc; });
-        model::SimulatedHandset handset(*host, memory);
-        handset.NVRead();
-        host->AddItemToGrd(0, {}, true, false, {}, QStringLiteral("8585550177"), 1, 1);
-        EXPECT_TRUE(failureOf([&] { handset.NVWrite(); }).contains(QLatin1String("refused the SPC")));
-        spc = QStringLiteral("123456");
-        EXPECT_EQ(failureOf([&] { handset.NVWrite(); }), QString());
-    }
-    emulator.kill();
-    emulator.waitForFinished();
-
-    // A slow handset is waited for, within the reply time.
-    port = start({"--slow", "150"});
-    {
-        link::SerialLink slowLine(port, 1s);
-        EXPECT_EQ(link::ParseEsn(link::EsnRequest(), slowLine.transact(link::EsnRequest())), 0x8F3A21C4u);
-    }
-    emulator.kill();
-    emulator.waitForFinished();
-
-    // A reply with a broken CRC is asked for again; a line that goes dead is told.
-    port = start({"--bad-crc", "2", "--dead-after", "4"});
-    link::SerialLink line(port, 300ms);
-    EXPECT_EQ(link::ParseEsn(link::EsnRequest(), line.transact(link::EsnRequest())), 0x8F3A21C4u);
-    EXPECT_EQ(link::ParseEsn(link::EsnRequest(), line.transact(link::EsnRequest())), 0x8F3A21C4u);
-    EXPECT_TRUE(failureOf([&] { line.transact(link::EsnRequest()); }).contains(QLatin1String("does not answer")));
+    // The line lasts for the read and one item written and read back.
+    const auto reads = qsizetype(model::Catalogue::BuiltIn().addresses().size());
+    link::SerialLink line(start({"--dead-after", QString::number(reads + 2)}), 200ms);
+    link::LiveNvMemory memory(line, {});
+    model::SimulatedHandset handset(*host, memory);
+    handset.setIdentity(QStringLiteral("TESSALY-EMU"), line.portName());
+    host->SetModelDLL(&handset);
+    const auto click = [&](int command) {
+        QWidget* button = control(QStringLiteral("picCommand(%1)").arg(command));
+        QTest::mouseClick(button, Qt::LeftButton, {}, button->rect().center());
+        return button;
+    };
+    click(0);
+    host->AddItemToGrd(0, {}, true, false, {}, QStringLiteral("8585550177"), 1, 1);
+    host->AddItemToGrd(1, {}, false, false, {}, QStringLiteral("Mine"), 1, 1);
+    DialogAnswerer answerer;
+    QWidget* write = click(1);
+    ASSERT_EQ(answerer.texts().size(), 1);
+    const QString told = answerer.texts()[0];
+    EXPECT_TRUE(told.contains(QStringLiteral("NV Write failed at NV item 178 (index 0), \"Mobile Directory Number "
+                                             "(MDN)\" on the page System NAM1, on %1")
+                                  .arg(line.portName())))
+        << qPrintable(told);
+    EXPECT_TRUE(told.contains(QLatin1String("Written and verified before it: NV item 71.")));
+    EXPECT_TRUE(told.contains(QLatin1String("Not written: NV item 178 (index 0).")));
+    EXPECT_TRUE(write->isEnabled()) << "the command bar is back at rest";
 }
 
-TEST_F(LiveLinkTest, EveryReadKeepsABackupThatRestoresOnlyItsOwnHandset)
+TEST_F(LiveLinkTest, WindowKeepsPaintingWhileALiveCommandWaits)
 {
-    const QString port = start();
-    link::SerialLink line(port, 1s);
+    link::SerialLink line(start(), 1s);
     link::LiveNvMemory memory(line, {});
-    memory.setBackupFolder(folder.filePath("backups"));
     model::SimulatedHandset handset(*host, memory);
+    bool served = false;
+    bool servedDuringRead = false;
+    QTimer::singleShot(0, [&] { served = true; });
+    QObject::connect(&handset, &IBaseModelEvents::SetSubProcessStep, [&](int32_t number, int32_t status, int32_t) {
+        if (number == 1 && status == 2)
+            servedDuringRead = served;
+    });
     handset.NVRead();
-    const QString first = memory.lastBackup();
-    handset.NVRead();
-    EXPECT_NE(memory.lastBackup(), first) << "never written over";
-    link::Backup backup = link::Backup::Load(first);
-    EXPECT_EQ(backup.esn, "8F3A21C4");
-
-    host->AddItemToGrd(0, {}, true, false, {}, QStringLiteral("8585550123"), 1, 1);
-    handset.NVWrite();
-    const QStringList outcomes = link::RestoreBackup(backup, memory);
-    EXPECT_TRUE(outcomes.contains(QStringLiteral("NV item 178 (index 0): restored"))) << qPrintable(outcomes.join('\n'));
-    EXPECT_TRUE(outcomes.contains(QStringLiteral("NV item 0: skipped (identity)")));
-    handset.NVRead();
-    EXPECT_EQ(mdn(), "8585550143");
-
-    backup.esn = QStringLiteral("12345678");
-    EXPECT_TRUE(failureOf([&] { link::RestoreBackup(backup, memory); }).contains(QLatin1String("another handset")));
+    EXPECT_TRUE(servedDuringRead);
 }

@@ -1,7 +1,9 @@
 // tessaly-emu: a CDMA handset on a pseudo-terminal, answering the diagnostic
 // protocol from an NV memory file of the simulated handset's format. It
 // prints the terminal's path, then serves until it is stopped. Switches make
-// the faults of real handsets and lines.
+// the faults of real handsets and lines; the state file makes those of items:
+// an item kept with status 7 (read-only) or 8 (not valid) is answered with
+// that status, for reads and writes alike. The ESN is never written.
 #include "link/DiagPackets.h"
 #include "link/FrameCodec.h"
 #include "model/Catalogue.h"
@@ -30,6 +32,9 @@ struct Faults {
     int badCrcEvery = 0; // every Nth reply goes out with a broken CRC
     bool events = false; // an event report goes out before each reply
     int deadAfter = 0;  // the line goes dead after so many requests
+    int garbled = -1;   // writes of this item keep other bytes than were sent
+    int lateAt = 0;     // the reply to this request comes late, by lateMs
+    int lateMs = 0;
 };
 
 class Handset {
@@ -70,10 +75,17 @@ public:
         for (size_t i = 0; i < data.size(); ++i)
             data[i] = uint8_t(request.at(qsizetype(i) + 3));
         const model::NvAddress address{item, m_indexed.count(item) ? int16_t(data[0]) : int16_t(-1)};
-        model::NvStatus status;
+        model::NvData kept{};
+        model::NvStatus status = m_memory.read(address, kept);
         if (command == link::CmdNvRead) {
-            status = m_memory.read(address, data);
-        } else {
+            data = kept;
+            if (address.index >= 0)
+                data[0] = uint8_t(address.index); // an indexed item's reply carries its index
+        } else if (item == model::EsnItem) {
+            status = model::NvStatus::ReadOnly;
+        } else if (status != model::NvStatus::ReadOnly && status != model::NvStatus::NotValid) {
+            if (item == m_faults.garbled)
+                data[data.size() - 1] ^= 0x5A;
             status = m_memory.write(address, data);
             m_memory.commit();
         }
@@ -116,7 +128,9 @@ int main(int argc, char** argv)
     const QCommandLineOption badCrc(QStringLiteral("bad-crc"), QStringLiteral("Break the CRC of every <n>th reply."), QStringLiteral("n"), QStringLiteral("0"));
     const QCommandLineOption events(QStringLiteral("events"), QStringLiteral("Send an event report before each reply."));
     const QCommandLineOption dead(QStringLiteral("dead-after"), QStringLiteral("Go silent after <n> requests."), QStringLiteral("n"), QStringLiteral("0"));
-    options.addOptions({state, spc, slow, badCrc, events, dead});
+    const QCommandLineOption garble(QStringLiteral("garble"), QStringLiteral("Keep other bytes than were written to NV <item>."), QStringLiteral("item"), QStringLiteral("-1"));
+    const QCommandLineOption late(QStringLiteral("late"), QStringLiteral("Answer request <n> only after <ms>."), QStringLiteral("n:ms"), QStringLiteral("0:0"));
+    options.addOptions({state, spc, slow, badCrc, events, dead, garble, late});
     options.process(app);
     if (!options.isSet(state)) {
         std::fprintf(stderr, "tessaly-emu: --state FILE is needed\n");
@@ -139,8 +153,10 @@ int main(int argc, char** argv)
     std::fflush(stdout);
 
     model::FileNvMemory memory(options.value(state), model::Catalogue::BuiltIn().factory());
+    const QStringList lateness = options.value(late).split(QLatin1Char(':'));
     Handset handset(memory, {options.value(spc), options.value(slow).toInt(), options.value(badCrc).toInt(),
-                             options.isSet(events), options.value(dead).toInt()});
+                             options.isSet(events), options.value(dead).toInt(), options.value(garble).toInt(),
+                             lateness.value(0).toInt(), lateness.value(1).toInt()});
     link::FrameDecoder decoder;
     int requests = 0;
     int replies = 0;
@@ -157,8 +173,8 @@ int main(int argc, char** argv)
             if (request.isEmpty() || (faults.deadAfter > 0 && requests > faults.deadAfter))
                 continue;
             QByteArray reply = link::EncodeFrame(handset.answer(request));
-            if (faults.slowMs > 0)
-                std::this_thread::sleep_for(std::chrono::milliseconds(faults.slowMs));
+            if (faults.slowMs > 0 || requests == faults.lateAt)
+                std::this_thread::sleep_for(std::chrono::milliseconds(requests == faults.lateAt ? faults.lateMs : faults.slowMs));
             if (faults.events)
                 WriteAll(master, link::EncodeFrame(QByteArray::fromHex("6000ff")));
             if (faults.badCrcEvery > 0 && ++replies % faults.badCrcEvery == 0)

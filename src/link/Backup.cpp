@@ -1,14 +1,12 @@
 #include "link/Backup.h"
 
 #include "link/DiagPackets.h"
+#include "model/Catalogue.h"
 
 #include <tessaly/TessalyError.h>
 
 #include <QDir>
 #include <QFile>
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
 #include <QStandardPaths>
 
 namespace tessaly::link {
@@ -16,6 +14,7 @@ namespace tessaly::link {
 using model::Describe;
 using model::EsnItem;
 using model::MeidItem;
+using model::NvStatus;
 
 namespace {
 
@@ -37,86 +36,89 @@ QString BackupFolder()
 
 QString Backup::save(const QString& folder) const
 {
-    QJsonArray entries;
-    for (const BackupItem& item : items) {
-        QJsonObject entry{{"item", item.address.item}, {"status", item.status},
-                          {"data", QString::fromLatin1(QByteArray(reinterpret_cast<const char*>(item.data.data()),
-                                                                  qsizetype(item.data.size()))
-                                                           .toHex())}};
-        if (item.address.index >= 0)
-            entry[QLatin1String("index")] = item.address.index;
-        entries.append(entry);
-    }
-    const QJsonObject root{{"format", "Halvane NV backup"}, {"esn", esn}, {"meid", meid},
-                           {"time", time.toString(Qt::ISODate)}, {"items", entries}};
-    QDir().mkpath(folder);
     const QString stem = QDir(folder).filePath(esn + QLatin1Char('-') + time.toString(QStringLiteral("yyyyMMdd-HHmmss")));
     QString path = stem + QStringLiteral(".json");
     for (int n = 2; QFile::exists(path); ++n) // never over an earlier one
         path = stem + QStringLiteral("-%1.json").arg(n);
-    QFile file(path);
-    if (!file.open(QIODevice::NewOnly | QIODevice::WriteOnly)
-        || file.write(QJsonDocument(root).toJson()) < 0 || !file.flush())
-        throw TessalyError(errBackupUnwritable, QStringLiteral("The backup %1 could not be written: %2.")
-                                                    .arg(path, file.errorString()));
+    const model::NvFile file{model::NvFileKind::Backup,
+                             {{"esn", esn}, {"meid", meid}, {"time", time.toString(Qt::ISODate)}},
+                             items};
+    if (const QString problem = model::WriteNvFile(path, file); !problem.isEmpty())
+        throw TessalyError(errBackupUnwritable, QStringLiteral("The backup %1 could not be written: %2.").arg(path, problem));
     return path;
 }
 
 Backup Backup::Load(const QString& path)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        throw TessalyError(errBackupUnreadable, QStringLiteral("The backup %1 cannot be read: %2.").arg(path, file.errorString()));
-    const QJsonObject root = QJsonDocument::fromJson(file.readAll()).object();
-    if (root[QLatin1String("format")].toString() != QLatin1String("Halvane NV backup"))
-        throw TessalyError(errBackupUnreadable, QStringLiteral("%1 is not a Halvane NV backup.").arg(path));
-    Backup backup{root[QLatin1String("esn")].toString(), root[QLatin1String("meid")].toString(),
-                  QDateTime::fromString(root[QLatin1String("time")].toString(), Qt::ISODate), {}};
-    for (const QJsonValue& value : root[QLatin1String("items")].toArray()) {
-        const QJsonObject entry = value.toObject();
-        BackupItem item{{uint16_t(entry[QLatin1String("item")].toInt()), int16_t(entry[QLatin1String("index")].toInt(-1))},
-                        {}, uint16_t(entry[QLatin1String("status")].toInt())};
-        const QByteArray bytes = QByteArray::fromHex(entry[QLatin1String("data")].toString().toLatin1());
-        if (bytes.size() != qsizetype(item.data.size()))
-            throw TessalyError(errBackupUnreadable, QStringLiteral("%1: %2 is damaged.").arg(path, Describe(item.address)));
-        std::copy(bytes.begin(), bytes.end(), item.data.begin());
-        backup.items.push_back(item);
-    }
-    return backup;
+    model::NvFile file;
+    if (const QString problem = model::ReadNvFile(path, model::NvFileKind::Backup, file); !problem.isEmpty())
+        throw TessalyError(errBackupUnreadable, QStringLiteral("The backup %1 is refused: %2.")
+                                                    .arg(path, problem));
+    const auto text = [&](const char* key) { return file.fields[QLatin1String(key)].toString(); };
+    return {text("esn"), text("meid"), QDateTime::fromString(text("time"), Qt::ISODate), std::move(file.entries)};
 }
 
-QStringList RestoreBackup(const Backup& backup, LiveNvMemory& memory)
+namespace {
+
+// Why an entry of a backup is not written, or an empty string.
+QString SkipReason(const model::NvEntry& entry, NvStatus onHandset)
 {
-    model::NvData esn{};
-    model::NvData meid{};
-    memory.read({EsnItem, -1}, esn);
-    memory.read({MeidItem, -1}, meid);
-    if (IdentityHex(esn, 4) != backup.esn || IdentityHex(meid, 7) != backup.meid)
+    if (const QString protection = model::Catalogue::BuiltIn().protection(entry.address.item); !protection.isEmpty())
+        return protection;
+    if (entry.status != NvStatus::Done)
+        return QStringLiteral("kept with the status: %1").arg(NvStatusText(uint16_t(entry.status)));
+    if (model::Lacks(onHandset))
+        return QStringLiteral("this handset: %1").arg(NvStatusText(uint16_t(onHandset)));
+    return {};
+}
+
+} // namespace
+
+bool RestoreBackup(const Backup& backup, LiveNvMemory& memory, const std::function<void(const QString&)>& tell)
+{
+    std::vector<model::NvAddress> addresses = model::Catalogue::BuiltIn().addresses();
+    for (const model::NvEntry& entry : backup.items)
+        if (std::find(addresses.begin(), addresses.end(), entry.address) == addresses.end())
+            addresses.push_back(entry.address);
+    model::NvImage now;
+    std::map<model::NvAddress, NvStatus> statuses;
+    for (const model::NvAddress& address : addresses)
+        statuses[address] = memory.read(address, now[address]);
+    const QString esn = IdentityHex(now[{EsnItem, -1}], 4);
+    const QString meid = IdentityHex(now[{MeidItem, -1}], 7);
+    if (esn != backup.esn || meid != backup.meid)
         throw TessalyError(errOtherHandset, QStringLiteral("The backup was taken from another handset (ESN %1, MEID %2; "
-                                                           "this one has ESN %3, MEID %4): nothing was written.")
-                                                .arg(backup.esn, backup.meid, IdentityHex(esn, 4), IdentityHex(meid, 7)));
-    QStringList outcomes;
-    for (const BackupItem& item : backup.items) {
-        const QString name = Describe(item.address);
-        if (item.address.item == EsnItem || item.address.item == MeidItem || item.status != 0) {
-            outcomes << name + QStringLiteral(": skipped (%1)").arg(item.status != 0 ? NvStatusText(item.status)
-                                                                                     : QStringLiteral("identity"));
-            continue;
-        }
-        model::NvData now{};
-        memory.read(item.address, now);
-        if (now == item.data) {
-            outcomes << name + QStringLiteral(": unchanged");
-            continue;
-        }
-        try {
-            memory.write(item.address, item.data);
-            outcomes << name + QStringLiteral(": restored");
-        } catch (const TessalyError& error) {
-            outcomes << name + QStringLiteral(": skipped (%1)").arg(error.description());
+                                                           "this one has ESN %3, MEID %4).")
+                                                .arg(backup.esn, backup.meid, esn, meid));
+    memory.readDone();
+    if (!memory.lastBackup().isEmpty())
+        tell(QStringLiteral("What the handset held before is kept in %1").arg(memory.lastBackup()));
+
+    bool whole = true;
+    QString stopped;
+    for (const model::NvEntry& entry : backup.items) {
+        const QString name = Describe(entry.address);
+        if (!stopped.isEmpty()) {
+            tell(name + QStringLiteral(": not written (%1)").arg(stopped));
+        } else if (const QString reason = SkipReason(entry, statuses[entry.address]); !reason.isEmpty()) {
+            tell(name + QStringLiteral(": skipped (%1)").arg(reason));
+        } else if (now[entry.address] == entry.data) {
+            tell(name + QStringLiteral(": unchanged"));
+        } else {
+            try {
+                const NvStatus status = memory.write(entry.address, entry.data);
+                whole = whole && status == NvStatus::Done;
+                tell(name + (status == NvStatus::Done ? QStringLiteral(": restored")
+                                                      : QStringLiteral(": refused (%1)").arg(NvStatusText(uint16_t(status)))));
+            } catch (const TessalyError& error) {
+                whole = false;
+                stopped = QStringLiteral("the restore stopped at %1").arg(name);
+                tell(name + QStringLiteral(": failed (%1)").arg(error.description()));
+            }
         }
     }
-    return outcomes;
+    memory.commit();
+    return whole;
 }
 
 } // namespace tessaly::link

@@ -1,32 +1,31 @@
-// Backups of a live handset's NV memory: every NV Read saves one, a JSON file
-// with the handset's ESN and MEID, the time, and every item with its raw bytes
-// and status. A backup is never written over. Restoring one checks that it was
-// taken from this handset and tells each item's outcome.
+// Backups of a live handset's NV memory: every NV Read saves one, an NV file
+// of the backup kind (model/NvFile.h) with the handset's ESN and MEID, the
+// time, and every item with its bytes and status. A backup is never written
+// over. Restoring one checks that it was taken from this handset, keeps a
+// backup of what the handset holds first, and tells each item's outcome.
 #pragma once
 
 #include "link/LiveNvMemory.h"
+#include "model/NvFile.h"
 
 #include <QDateTime>
 #include <QStringList>
 
-namespace tessaly::link {
+#include <functional>
 
-struct BackupItem {
-    model::NvAddress address;
-    model::NvData data{};
-    uint16_t status = 0;
-};
+namespace tessaly::link {
 
 struct Backup {
     QString esn;  // hexadecimal
     QString meid; // hexadecimal
     QDateTime time;
-    std::vector<BackupItem> items;
+    std::vector<model::NvEntry> items;
 
     // Saves into `folder` under a name of its own, "<ESN>-<time>.json"; gives
     // the file's path. Throws TessalyError when it cannot be written.
     QString save(const QString& folder) const;
-    // Throws TessalyError naming what is wrong with the file.
+    // Throws TessalyError naming what is wrong with the file: any entry out
+    // of range or of a wrong kind refuses the whole file.
     static Backup Load(const QString& path);
 };
 
@@ -38,8 +37,14 @@ QString BackupFolder();
 QString IdentityHex(const model::NvData& data, int bytes);
 
 // Writes `backup` back to the handset behind `memory`, which must be the one
-// it was taken from (its ESN and MEID, read now, must match). Read-only and
-// identity items are skipped. Gives one line per item: what became of it.
-QStringList RestoreBackup(const Backup& backup, LiveNvMemory& memory);
+// it was taken from. First every item is read, the ESN and MEID compared, and
+// what the handset holds kept as a backup of its own (see
+// LiveNvMemory::setBackupFolder); then each item is written unless the
+// catalogue protects it or the handset lacks it. `tell` gets one line per
+// item, as it happens: restored (written and read back the same), unchanged,
+// skipped, refused; when the link fails, the rest are told as not written.
+// Gives whether every item that was to be written was. Throws TessalyError
+// when nothing could be written at all.
+bool RestoreBackup(const Backup& backup, LiveNvMemory& memory, const std::function<void(const QString&)>& tell);
 
 } // namespace tessaly::link

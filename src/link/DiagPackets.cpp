@@ -91,6 +91,24 @@ bool IsUnsolicited(QByteArrayView reply)
     return !reply.isEmpty() && (uint8_t(reply[0]) == LogFrame || uint8_t(reply[0]) == EventFrame);
 }
 
+bool Answers(QByteArrayView request, QByteArrayView reply, bool indexed)
+{
+    if (reply.isEmpty() || IsUnsolicited(reply))
+        return false;
+    const uint8_t code = uint8_t(reply[0]);
+    if (code == 0x42)
+        return true;
+    if (code != uint8_t(request[0])) {
+        // An error reply echoes as much of its request as it holds.
+        const QByteArrayView echo = reply.sliced(1);
+        const qsizetype shared = std::min(echo.size(), request.size());
+        return !ErrorReplyText(code).isEmpty() && request.first(shared) == echo.first(shared);
+    }
+    if ((code != CmdNvRead && code != CmdNvWrite) || reply.size() < 4)
+        return true;
+    return Little16(reply, 1) == Little16(request, 1) && (!indexed || reply[3] == request[3]);
+}
+
 NvItemReply ParseNvItem(QByteArrayView request, QByteArrayView reply)
 {
     CheckAnswers(request, reply, NvPacketSize);

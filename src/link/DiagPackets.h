@@ -45,6 +45,12 @@ QByteArray SpcRequest(const QString& spc);
 // while a reply is awaited.
 bool IsUnsolicited(QByteArrayView reply);
 
+// Whether `reply` answers `request` and not another one, such as a late
+// reply to an earlier request: the same command (or an error reply that
+// echoes this request), for an NV item the same item, and for an indexed
+// item (`indexed`) the same index in the first data byte.
+bool Answers(QByteArrayView request, QByteArrayView reply, bool indexed);
+
 struct NvItemReply {
     uint16_t item = 0;
     model::NvData data{};

@@ -58,6 +58,12 @@ std::vector<QByteArray> FrameDecoder::feed(QByteArrayView bytes)
     for (char byte : bytes) {
         if (byte == FrameEnd) {
             close(frames);
+        } else if (m_overlong) {
+            continue;
+        } else if (m_frame.size() >= MaxFrame) {
+            m_overlong = true;
+            m_escaped = false;
+            m_frame = QByteArray();
         } else if (m_escaped) {
             m_frame.append(char(byte ^ 0x20));
             m_escaped = false;
@@ -73,8 +79,9 @@ std::vector<QByteArray> FrameDecoder::feed(QByteArrayView bytes)
 // A 0x7E ends what came before it: a frame, or nothing at all.
 void FrameDecoder::close(std::vector<QByteArray>& frames)
 {
-    const bool brokenOff = m_escaped;
+    const bool brokenOff = m_escaped || m_overlong;
     m_escaped = false;
+    m_overlong = false;
     if (m_frame.isEmpty() && !brokenOff)
         return;
     const qsizetype size = m_frame.size() - 2;

@@ -23,10 +23,15 @@ QByteArray EncodeFrame(QByteArrayView payload);
 
 // Takes the bytes of the line as they come, in any chunking, and gives back
 // the payloads of the frames they complete. A frame whose CRC does not match,
-// or that breaks off in an escape, is dropped; decoding goes on at the next
-// 0x7E.
+// that breaks off in an escape or that grows beyond MaxFrame bytes without a
+// 0x7E is dropped; decoding goes on at the next 0x7E. A line of noise holds
+// no more than MaxFrame bytes.
 class FrameDecoder {
 public:
+    // Far more than the longest packet of the protocol.
+    static constexpr qsizetype MaxFrame = 4096;
+
+
     std::vector<QByteArray> feed(QByteArrayView bytes);
 
     // Frames dropped so far.
@@ -37,6 +42,7 @@ private:
 
     QByteArray m_frame;
     bool m_escaped = false;
+    bool m_overlong = false; // the bytes up to the next 0x7E are dropped
     int m_rejected = 0;
 };
 

@@ -2,6 +2,7 @@
 
 #include "link/Backup.h"
 #include "link/DiagPackets.h"
+#include "model/Catalogue.h"
 
 #include <tessaly/TessalyError.h>
 
@@ -10,6 +11,7 @@ namespace tessaly::link {
 using model::Describe;
 using model::EsnItem;
 using model::MeidItem;
+using model::NvStatus;
 
 namespace {
 
@@ -29,26 +31,38 @@ NvItemReply LiveNvMemory::exchange(Command command, model::NvAddress address, co
     if (address.index >= 0)
         sent[0] = uint8_t(address.index);
     const QByteArray request = NvItemRequest(command, address.item, sent);
-    return ParseNvItem(request, m_link.transact(request));
+    return ParseNvItem(request, m_link.transact(request, address.index >= 0));
 }
 
-model::NvStatus LiveNvMemory::read(model::NvAddress address, model::NvData& data)
+QString LiveNvMemory::handsetName()
 {
-    const NvItemReply reply = exchange(CmdNvRead, address, {});
-    if (reply.status != 0 && reply.status != uint16_t(model::NvStatus::Inactive))
+    return ParseVersion(VersionRequest(), m_link.transact(VersionRequest()));
+}
+
+NvStatus LiveNvMemory::read(model::NvAddress address, model::NvData& data)
+{
+    NvItemReply reply = exchange(CmdNvRead, address, {});
+    if (model::Lacks(NvStatus(reply.status))) {
+        reply.data.fill(0);
+        if (address.index >= 0)
+            reply.data[0] = uint8_t(address.index);
+    } else if (reply.status != 0) {
         throw TessalyError(errItemStatus, QStringLiteral("%1 could not be read: %2.")
                                               .arg(Describe(address), NvStatusText(reply.status)));
+    }
     data = reply.data;
     m_onHandset[address] = data;
     m_statuses[address] = reply.status;
-    return model::NvStatus(reply.status);
+    return NvStatus(reply.status);
 }
 
-model::NvStatus LiveNvMemory::write(model::NvAddress address, const model::NvData& data)
+NvStatus LiveNvMemory::write(model::NvAddress address, const model::NvData& data)
 {
+    if (!model::Catalogue::BuiltIn().protection(address.item).isEmpty())
+        return NvStatus::ReadOnly;
     const auto known = m_onHandset.find(address);
-    if (address.item == EsnItem || address.item == MeidItem || (known != m_onHandset.end() && known->second == data))
-        return model::NvStatus::Done; // identity items are never written; unchanged ones need no write
+    if (known != m_onHandset.end() && known->second == data)
+        return NvStatus::Done; // unchanged: no write
     NvItemReply reply;
     try {
         reply = exchange(CmdNvWrite, address, data);
@@ -59,20 +73,19 @@ model::NvStatus LiveNvMemory::write(model::NvAddress address, const model::NvDat
         reply = exchange(CmdNvWrite, address, data);
     }
     if (reply.status != 0)
-        throw TessalyError(errItemStatus, QStringLiteral("%1 could not be written: %2. The items before it were "
-                                                         "written.")
-                                              .arg(Describe(address), NvStatusText(reply.status)));
+        return NvStatus(reply.status);
     // Verified: the handset must give back every byte that was written.
     model::NvData back{};
     read(address, back);
     model::NvData expected = data;
     if (address.index >= 0)
         expected[0] = uint8_t(address.index);
-    if (back != expected)
+    if (back != expected) {
+        m_onHandset.erase(address); // neither the old bytes nor the new ones
         throw TessalyError(errWriteUnverified,
-                           QStringLiteral("%1 reads back different from what was written; the write stops there.")
-                               .arg(Describe(address)));
-    return model::NvStatus::Done;
+                           QStringLiteral("%1 reads back different from what was written").arg(Describe(address)));
+    }
+    return NvStatus::Done;
 }
 
 void LiveNvMemory::readDone()
@@ -84,7 +97,7 @@ void LiveNvMemory::readDone()
     backup.meid = IdentityHex(m_onHandset[{MeidItem, -1}], 7);
     backup.time = QDateTime::currentDateTime();
     for (const auto& [address, data] : m_onHandset)
-        backup.items.push_back({address, data, m_statuses[address]});
+        backup.items.push_back({address, NvStatus(m_statuses[address]), data});
     m_lastBackup = backup.save(m_backupFolder);
 }
 
@@ -92,11 +105,10 @@ void LiveNvMemory::unlock()
 {
     const QString spc = m_askSpc ? m_askSpc() : QString();
     if (spc.isEmpty())
-        throw TessalyError(errSpcRefused, QStringLiteral("The handset is locked and no SPC was given: nothing was "
-                                                         "written."));
+        throw TessalyError(errSpcRefused, QStringLiteral("The handset is locked and no SPC was given"));
     const QByteArray request = SpcRequest(spc);
     if (!ParseSpc(request, m_link.transact(request)))
-        throw TessalyError(errSpcRefused, QStringLiteral("The handset refused the SPC: nothing was written."));
+        throw TessalyError(errSpcRefused, QStringLiteral("The handset refused the SPC"));
 }
 
 } // namespace tessaly::link

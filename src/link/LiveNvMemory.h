@@ -1,8 +1,12 @@
 // The NV memory of a handset on its diagnostic serial link, for the same model
-// and catalogue as the simulated handset's. A write sends only items whose
-// bytes differ from what was read, never the identity items (ESN, MEID), and
-// reads each item back to compare all 128 bytes. A handset that wants its
-// service programming code (SPC) before a write gets it from the host.
+// and catalogue as the simulated handset's. A read gives the handset's status
+// of an item it lacks (inactive, bad parameter, read-only, not valid) with
+// zero bytes; other faults throw TessalyError. A write sends only items whose
+// bytes differ from what was read, never an item the catalogue protects (ESN,
+// MEID, counters, read-only items), and reads each item back to compare all
+// 128 bytes. A handset that wants its service programming code (SPC) before a
+// write gets it from the host; a write refused for it ends the command, so it
+// is asked once a command.
 #pragma once
 
 #include "link/DiagPackets.h"
@@ -16,8 +20,11 @@ namespace tessaly::link {
 class LiveNvMemory : public model::NvMemory {
 public:
     // `askSpc` gives the SPC when the handset asks for it; an empty answer
-    // gives up, and nothing is written.
+    // gives up, and the write fails.
     LiveNvMemory(SerialLink& link, std::function<QString()> askSpc);
+
+    // The handset's name as its version reply gives it.
+    QString handsetName();
 
     model::NvStatus read(model::NvAddress address, model::NvData& data) override;
     model::NvStatus write(model::NvAddress address, const model::NvData& data) override;

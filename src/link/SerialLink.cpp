@@ -5,13 +5,18 @@
 #include <tessaly/TessalyError.h>
 
 #include <QDeadlineTimer>
+#include <QEventLoop>
 #include <QSerialPortInfo>
+#include <QTimer>
 
 namespace tessaly::link {
 
 namespace {
 
 enum : int32_t { errPortMissing = 2010, errPortUnavailable = 2011, errHandsetSilent = 2012 };
+
+// Resends for replies damaged on the line before the link gives up.
+constexpr int MaxResends = 3;
 
 [[noreturn]] void FailToOpen(const QSerialPort& port, const QString& name)
 {
@@ -35,7 +40,8 @@ enum : int32_t { errPortMissing = 2010, errPortUnavailable = 2011, errHandsetSil
 } // namespace
 
 SerialLink::SerialLink(const QString& portName, std::chrono::milliseconds replyTime)
-    : m_replyTime(replyTime)
+    : m_name(portName)
+    , m_replyTime(replyTime)
 {
     m_port.setPortName(portName);
     if (!m_port.open(QIODevice::ReadWrite))
@@ -47,37 +53,80 @@ SerialLink::SerialLink(const QString& portName, std::chrono::milliseconds replyT
     m_port.setFlowControl(QSerialPort::NoFlowControl);
 }
 
-QByteArray SerialLink::transact(const QByteArray& request)
+QByteArray SerialLink::transact(const QByteArray& request, bool indexed)
 {
-    for (int attempt = 0; attempt < 2; ++attempt) {
-        m_frames.clear();
+    int silences = 0;
+    int resends = 0;
+    while (true) {
+        dropPending();
         m_port.write(EncodeFrame(request));
-        m_port.waitForBytesWritten(int(m_replyTime.count()));
-        QByteArray reply = awaitReply();
-        if (!reply.isNull())
-            return reply;
+        m_port.flush();
+        QByteArray reply;
+        switch (awaitReply(request, indexed, reply)) {
+        case Wait::Answered: return reply;
+        case Wait::Damaged:
+            if (++resends <= MaxResends)
+                continue;
+            throw TessalyError(errHandsetSilent, QStringLiteral("The replies of the handset on %1 arrive damaged, %2 "
+                                                                "times in a row. Check the cable and its plugs.")
+                                                     .arg(m_name)
+                                                     .arg(resends));
+        case Wait::Silent:
+            if (++silences < 2)
+                continue;
+            throw TessalyError(errHandsetSilent,
+                               QStringLiteral("The handset on %1 does not answer: no reply within %2 ms, asked twice. "
+                                              "Check the cable, and that the handset is on and in its diagnostic mode.")
+                                   .arg(m_name)
+                                   .arg(m_replyTime.count()));
+        }
     }
-    throw TessalyError(errHandsetSilent, QStringLiteral("The handset on %1 does not answer. Check the cable, and that "
-                                                        "the handset is on and in its diagnostic mode.")
-                                             .arg(m_port.portName()));
 }
 
-// The next frame that is not unsolicited, or a null array after the reply time.
-QByteArray SerialLink::awaitReply()
+// Whatever came in since the last reply, and any frame begun, is stale.
+void SerialLink::dropPending()
+{
+    m_port.clear(QSerialPort::Input);
+    m_port.readAll();
+    m_decoder = FrameDecoder();
+}
+
+// The first frame that answers the request, within the reply time.
+SerialLink::Wait SerialLink::awaitReply(const QByteArray& request, bool indexed, QByteArray& reply)
 {
     const QDeadlineTimer deadline(m_replyTime);
-    while (true) {
-        while (!m_frames.empty()) {
-            QByteArray frame = std::move(m_frames.front());
-            m_frames.pop_front();
-            if (!IsUnsolicited(frame))
-                return frame;
+    while (!deadline.hasExpired()) {
+        if (!awaitBytes(std::chrono::milliseconds(std::max<qint64>(1, deadline.remainingTime()))))
+            break;
+        for (QByteArray& frame : m_decoder.feed(m_port.readAll())) {
+            if (Answers(request, frame, indexed)) {
+                reply = std::move(frame);
+                return Wait::Answered;
+            }
         }
-        if (deadline.hasExpired() || !m_port.waitForReadyRead(int(std::max<qint64>(1, deadline.remainingTime()))))
-            return {};
-        for (QByteArray& frame : m_decoder.feed(m_port.readAll()))
-            m_frames.push_back(std::move(frame));
+        if (m_decoder.rejected() > 0)
+            return Wait::Damaged;
     }
+    return Wait::Silent;
+}
+
+// Whether bytes came within `within`; the port lost on the way is told.
+bool SerialLink::awaitBytes(std::chrono::milliseconds within)
+{
+    if (m_port.bytesAvailable() == 0) {
+        QEventLoop loop;
+        QTimer timer;
+        timer.setSingleShot(true);
+        QObject::connect(&timer, &QTimer::timeout, &loop, &QEventLoop::quit);
+        QObject::connect(&m_port, &QSerialPort::readyRead, &loop, &QEventLoop::quit);
+        QObject::connect(&m_port, &QSerialPort::errorOccurred, &loop, &QEventLoop::quit);
+        timer.start(within);
+        loop.exec(QEventLoop::ExcludeUserInputEvents);
+    }
+    if (m_port.error() == QSerialPort::ResourceError)
+        throw TessalyError(errPortUnavailable, QStringLiteral("The port %1 was lost: %2. Plug the handset in again.")
+                                                   .arg(m_name, m_port.errorString()));
+    return m_port.bytesAvailable() > 0;
 }
 
 QStringList SerialLink::CandidatePorts()

@@ -1,6 +1,11 @@
 // The handset's diagnostic serial port: raw 115200 baud 8N1, opened for this
 // program alone. A request goes out as one frame; its reply is the next frame
-// that is not a log or an event report the handset sends on its own.
+// that answers it: logs and event reports the handset sends on its own, and
+// late replies to earlier requests, are passed over.
+//
+// While a reply is awaited the thread runs a local event loop that holds back
+// the user's input: the windows keep painting, and nothing the user does acts
+// before the command is over.
 #pragma once
 
 #include "link/FrameCodec.h"
@@ -9,7 +14,6 @@
 #include <QStringList>
 
 #include <chrono>
-#include <deque>
 
 namespace tessaly::link {
 
@@ -20,21 +24,30 @@ public:
     // permission.
     explicit SerialLink(const QString& portName, std::chrono::milliseconds replyTime = std::chrono::seconds(3));
 
-    // Sends `request` and gives back the reply's payload. A handset that stays
-    // silent for the reply time gets the request once more; then the link
-    // fails with TessalyError.
-    QByteArray transact(const QByteArray& request);
+    // The port as it was given.
+    const QString& portName() const { return m_name; }
+
+    // Sends `request` and gives back the payload of its reply; `indexed` says
+    // that the reply must carry the request's index in its first data byte.
+    // What was pending on the line before is dropped. A handset that stays
+    // silent for the reply time gets the request once more; a reply damaged
+    // on the line has it sent again at once. Then the link fails with
+    // TessalyError.
+    QByteArray transact(const QByteArray& request, bool indexed = false);
 
     // The serial ports of this machine that may hold a handset.
     static QStringList CandidatePorts();
 
 private:
-    QByteArray awaitReply();
+    enum class Wait { Answered, Silent, Damaged };
+    Wait awaitReply(const QByteArray& request, bool indexed, QByteArray& reply);
+    bool awaitBytes(std::chrono::milliseconds within);
+    void dropPending();
 
+    QString m_name;
     QSerialPort m_port;
     std::chrono::milliseconds m_replyTime;
     FrameDecoder m_decoder;
-    std::deque<QByteArray> m_frames;
 };
 
 } // namespace tessaly::link

@@ -69,12 +69,14 @@ public:
         Catalogue catalogue;
         const QJsonObject basic = root[QLatin1String("basicInformation")].toObject();
         const char* basicNames[] = {"phoneVersion", "warrantyDate", "esn", "meid", "lifeTime", "lifeCount"};
+        const char* basicTitles[] = {"Phone Version", "Warranty Date", "ESN", "MEID", "Life Time", "Life Count"};
         for (size_t i = 0; i < catalogue.m_basic.size(); ++i)
-            catalogue.m_basic[i] = single(basic[QLatin1String(basicNames[i])].toObject(), QLatin1String(basicNames[i]));
-        catalogue.m_profileCount
-            = single(root[QLatin1String("profileCount")].toObject(), QStringLiteral("profileCount"));
-        catalogue.m_activeProfile
-            = single(root[QLatin1String("activeProfile")].toObject(), QStringLiteral("activeProfile"));
+            catalogue.m_basic[i] = single(basic[QLatin1String(basicNames[i])].toObject(), QLatin1String(basicNames[i]),
+                                          QStringLiteral("\"%1\" on the page Basic Information").arg(QLatin1String(basicTitles[i])));
+        catalogue.m_profileCount = single(root[QLatin1String("profileCount")].toObject(),
+                                          QStringLiteral("profileCount"), QStringLiteral("the number of MIP profiles"));
+        catalogue.m_activeProfile = single(root[QLatin1String("activeProfile")].toObject(),
+                                           QStringLiteral("activeProfile"), QStringLiteral("the active MIP profile"));
 
         const QJsonArray pages = root[QLatin1String("pages")].toArray();
         std::set<int> listed;
@@ -96,6 +98,8 @@ public:
         }
         catalogue.m_addresses = std::move(m_addresses);
         catalogue.m_factory = std::move(m_factory);
+        catalogue.m_protected = std::move(m_protected);
+        catalogue.m_places = std::move(m_places);
         return catalogue;
     }
 
@@ -131,11 +135,18 @@ private:
         return uint16_t(item);
     }
 
-    // A value of its own, outside the pages: one field and its default.
-    Field single(const QJsonObject& object, const QString& where)
+    // A value of its own, outside the pages: one field and its default,
+    // shown at `shown`.
+    Field single(const QJsonObject& object, const QString& where, const QString& shown)
     {
         const Field result = field(object, itemNumber(object[QLatin1String("item")], where), where);
         place(result, 0, object[QLatin1String("default")], where);
+        m_places.try_emplace(result.address(0), shown);
+        if (const QJsonValue protect = object[QLatin1String("protect")]; !protect.isUndefined()) {
+            if (!QStringList{"identity", "counter", "read-only"}.contains(protect.toString()))
+                fail(QStringLiteral("%1: \"protect\" is one of identity, counter, read-only").arg(where));
+            m_protected[result.item] = protect.toString();
+        }
         return result;
     }
 
@@ -178,8 +189,11 @@ private:
             if (value.isArray() && value.toArray().size() != columns)
                 fail(
                     QStringLiteral("%1: a default needs one value for each of the %2 columns").arg(where).arg(columns));
-            for (int column = 0; column < columns; ++column)
+            for (int column = 0; column < columns; ++column) {
                 place(row.columns[size_t(column)], sheet.copy, value.isArray() ? value[column] : value, where);
+                m_places.try_emplace(row.columns[size_t(column)].address(sheet.copy),
+                                     QStringLiteral("\"%1\" on the page %2").arg(row.title, sheet.name));
+            }
         }
         return row;
     }
@@ -206,7 +220,21 @@ private:
     std::set<NvAddress> m_seen;
     std::vector<NvAddress> m_addresses;
     NvImage m_factory;
+    std::map<uint16_t, QString> m_protected;
+    std::map<NvAddress, QString> m_places;
 };
+
+QString Catalogue::protection(uint16_t item) const
+{
+    const auto found = m_protected.find(item);
+    return found == m_protected.end() ? QString() : found->second;
+}
+
+QString Catalogue::placeOf(NvAddress address) const
+{
+    const auto found = m_places.find(address);
+    return found == m_places.end() ? QString() : found->second;
+}
 
 Catalogue Catalogue::Load(const QString& path)
 {

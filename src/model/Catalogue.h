@@ -63,6 +63,12 @@ public:
     const std::vector<NvAddress>& addresses() const { return m_addresses; }
     // The items of a new handset.
     const NvImage& factory() const { return m_factory; }
+    // Why an item is never written: "identity" (ESN, MEID), "counter" (life
+    // timer, life count), "read-only"; an empty string for an item that may be.
+    QString protection(uint16_t item) const;
+    // Where the panel shows the first value of an item, as "\"NAM Name\" on
+    // the page System NAM2"; an empty string for an item it does not show.
+    QString placeOf(NvAddress address) const;
 
 private:
     Catalogue() = default;
@@ -75,6 +81,8 @@ private:
     Field m_activeProfile;
     std::vector<NvAddress> m_addresses;
     NvImage m_factory;
+    std::map<uint16_t, QString> m_protected;
+    std::map<NvAddress, QString> m_places;
 };
 
 } // namespace tessaly::model

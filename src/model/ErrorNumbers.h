@@ -1,5 +1,4 @@
-// The numbers of the TessalyErrors that the simulated handset throws; the
-// panel's error report shows them beside the description.
+// The numbers of the TessalyErrors of the simulated handset and its memory.
 #pragma once
 
 #include <cstdint>
@@ -12,6 +11,7 @@ enum ErrorNumber : int32_t {
     errItemUnwritable = 1003, // the memory did not take an item
     errMemoryNotSaved = 1004, // the memory could not keep what was written
     errNothingRead = 1005, // a write or restore before any read
+    errPanelGone = 1006, // the host ended the panel during a command
 };
 
 } // namespace tessaly::model

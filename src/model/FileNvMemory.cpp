@@ -1,47 +1,18 @@
 #include "model/FileNvMemory.h"
 
 #include "model/ErrorNumbers.h"
+#include "model/NvFile.h"
 
 #include <tessaly/BaseModel.h>
 
 #include <QDateTime>
-#include <QDebug>
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
-#include <QSaveFile>
 #include <QStandardPaths>
-
-#include <algorithm>
 
 namespace tessaly::model {
 
 namespace {
-
-const QLatin1String FormatName("Halvane NV memory");
-constexpr int FormatVersion = 1;
-
-QString Hex(const NvData& data)
-{
-    const auto end = std::find_if(data.rbegin(), data.rend(), [](uint8_t byte) { return byte != 0; }).base();
-    return QString::fromLatin1(QByteArray(reinterpret_cast<const char*>(data.data()), end - data.begin()).toHex());
-}
-
-bool FromHex(const QString& hex, NvData& data)
-{
-    const bool digits = std::all_of(hex.begin(), hex.end(), [](QChar c) {
-        return (c >= u'0' && c <= u'9') || (c >= u'a' && c <= u'f') || (c >= u'A' && c <= u'F');
-    });
-    if (!digits || hex.size() % 2 != 0 || hex.size() > 2 * qsizetype(data.size()))
-        return false;
-    const QByteArray bytes = QByteArray::fromHex(hex.toLatin1());
-    data.fill(0);
-    std::copy(bytes.begin(), bytes.end(), data.begin());
-    return true;
-}
 
 // A name beside `path` that no file has yet.
 QString AsideName(const QString& path)
@@ -76,33 +47,11 @@ QString FileNvMemory::DefaultPath()
 
 QString FileNvMemory::load()
 {
-    QFile file(m_path);
-    if (!file.open(QIODevice::ReadOnly))
-        return QStringLiteral("it cannot be read: %1").arg(file.errorString());
-    QJsonParseError error;
-    const QJsonDocument document = QJsonDocument::fromJson(file.readAll(), &error);
-    if (document.isNull())
-        return QStringLiteral("it is not JSON: %1 at byte %2").arg(error.errorString()).arg(error.offset);
-    const QJsonObject root = document.object();
-    if (root[QLatin1String("format")].toString() != FormatName
-        || root[QLatin1String("version")].toInt() != FormatVersion)
-        return QStringLiteral("it is not an NV memory of format %1").arg(FormatVersion);
-
-    std::map<NvAddress, Item> items;
-    const QJsonArray entries = root[QLatin1String("items")].toArray();
-    for (qsizetype i = 0; i < entries.size(); ++i) {
-        const QJsonObject entry = entries[i].toObject();
-        const int item = entry[QLatin1String("item")].toInt(-1);
-        const int index = entry[QLatin1String("index")].toInt(-1);
-        const int status = entry[QLatin1String("status")].toInt(-1);
-        NvData data{};
-        if (item < 0 || item > 0xFFFF || index < -1 || index > 0xFF || status < 0 || status > 0xFFFF
-            || !FromHex(entry[QLatin1String("data")].toString(), data))
-            return QStringLiteral("its entry %1 is not an item of 128 bytes at most").arg(i + 1);
-        if (!items.try_emplace(NvAddress{uint16_t(item), int16_t(index)}, Item{NvStatus(status), data}).second)
-            return QStringLiteral("its entry %1 repeats an item").arg(i + 1);
-    }
-    m_items = std::move(items);
+    NvFile file;
+    if (QString problem = ReadNvFile(m_path, NvFileKind::Memory, file); !problem.isEmpty())
+        return problem;
+    for (const NvEntry& entry : file.entries)
+        m_items[entry.address] = Item{entry.status, entry.data};
     return {};
 }
 
@@ -120,7 +69,6 @@ void FileNvMemory::setAside(const QString& reason)
                                    "left as it is; the handset starts with its factory values and cannot save them.")
                         .arg(m_path, reason);
     }
-    qWarning().noquote() << m_problem;
 }
 
 NvStatus FileNvMemory::read(NvAddress address, NvData& data)
@@ -150,26 +98,13 @@ void FileNvMemory::commit()
     if (!m_savable)
         throw TessalyError(errMemoryNotSaved, QStringLiteral("The NV items were not saved. %1").arg(m_problem));
 
-    // One item a line, in the order of their numbers.
-    QStringList lines;
-    for (const auto& [address, item] : m_items) {
-        const QString index = address.index >= 0 ? QStringLiteral("\"index\": %1, ").arg(address.index) : QString();
-        lines << QStringLiteral("    {\"item\": %1, %2\"status\": %3, \"data\": \"%4\"}")
-                     .arg(address.item)
-                     .arg(index)
-                     .arg(int(item.status))
-                     .arg(Hex(item.data));
-    }
-    const QString text = QStringLiteral("{\n  \"format\": \"%1\",\n  \"version\": %2,\n  \"items\": [\n%3\n  ]\n}\n")
-                             .arg(FormatName)
-                             .arg(FormatVersion)
-                             .arg(lines.join(QStringLiteral(",\n")));
-
-    QDir().mkpath(QFileInfo(m_path).absolutePath());
-    QSaveFile file(m_path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(text.toLatin1()) < 0 || !file.commit())
-        throw TessalyError(errMemoryNotSaved,
-                         QStringLiteral("The NV items could not be saved to %1: %2").arg(m_path, file.errorString()));
+    NvFile file{NvFileKind::Memory, {}, {}};
+    for (const auto& [address, item] : m_items)
+        file.entries.push_back({address, item.status, item.data});
+    if (const QString problem = WriteNvFile(m_path, file); !problem.isEmpty())
+        throw TessalyError(errMemoryNotSaved, QStringLiteral("The NV items could not be saved to %1: %2. The file "
+                                                             "keeps what it held before.")
+                                                  .arg(m_path, problem));
     m_changed = false;
 }
 

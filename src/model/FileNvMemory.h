@@ -1,10 +1,10 @@
-// The NV memory of the simulated handset, kept in a JSON file: one entry an
-// item, with its number, its index when it has one, its status and its data
-// bytes in hexadecimal, trailing zero bytes left out.
+// The NV memory of the simulated handset, kept in an NV file of the memory
+// kind (model/NvFile.h).
 //
 // Without a file the handset is new and holds its factory values. A file that
-// cannot be read or is not such a memory is never written over: it is renamed
-// aside, lastProblem() tells what happened, and the handset starts new.
+// cannot be read, is not such a memory or has any entry of a wrong kind is
+// never written over: it is renamed aside, lastProblem() tells what happened,
+// and the handset starts new.
 #pragma once
 
 #include "model/NvMemory.h"

@@ -43,8 +43,26 @@ inline constexpr uint16_t MeidItem = 1943;
 // A handset's answer to a read or a write, with the numbers handsets use.
 enum class NvStatus : uint16_t {
     Done = 0,
+    Busy = 1,
+    BadCommand = 2,
+    Full = 3,
+    Failed = 4,
     Inactive = 5, // the item was never written
+    BadParameter = 6,
+    ReadOnly = 7,
+    NotValid = 8, // the handset has no such item
+    NoMemory = 9,
+    NotAllocated = 10,
 };
+inline constexpr uint16_t LastNvStatus = 10;
+
+// Whether the status says that the handset does not hold the item at all, as
+// older handsets lack newer items: its values are left empty and it is never
+// written.
+inline bool Lacks(NvStatus status)
+{
+    return status >= NvStatus::Inactive && status <= NvStatus::NotValid;
+}
 
 // Items by address, such as the factory values or the values of a read.
 using NvImage = std::map<NvAddress, NvData>;

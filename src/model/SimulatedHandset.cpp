@@ -5,10 +5,11 @@
 
 #include <tessaly/Tessaly.h>
 
+#include <QEventLoop>
 #include <QMessageBox>
+#include <QTimer>
 
 #include <algorithm>
-#include <thread>
 
 namespace tessaly::model {
 
@@ -16,24 +17,77 @@ namespace {
 
 enum Process : int32_t { ProcessRead = 1, ProcessWrite = 2, ProcessRestore = 3 };
 
+QString Listed(const std::vector<NvAddress>& addresses)
+{
+    QStringList names;
+    for (const NvAddress& address : addresses)
+        names << Describe(address);
+    return names.isEmpty() ? QStringLiteral("none") : names.join(QStringLiteral(", "));
+}
+
 } // namespace
 
 SimulatedHandset::SimulatedHandset(Tessaly& panel, NvMemory& memory, QObject* parent)
     : IBaseModel(parent)
-    , m_panel(panel)
+    , m_panel(&panel)
     , m_memory(memory)
     , m_catalogue(Catalogue::BuiltIn())
 {
 }
 
+void SimulatedHandset::setIdentity(QString name, QString port)
+{
+    m_name = std::move(name);
+    m_port = std::move(port);
+}
+
 void SimulatedHandset::GetModelName(QString& name)
 {
-    name = QStringLiteral("Halvane SIM-800");
+    name = m_name;
 }
 
 void SimulatedHandset::GetPortNumber(QString& port)
 {
-    port = QString::number(Port);
+    port = m_port;
+}
+
+// Runs a command's work; a fault of the handset, its line or its files ends
+// it with one box, and the command returns as any other.
+void SimulatedHandset::run(const QString& command, const std::function<void()>& work)
+{
+    m_current.reset();
+    m_succeeded = m_panel != nullptr;
+    if (!m_panel)
+        return;
+    try {
+        work();
+    } catch (const TessalyError& fault) {
+        m_succeeded = false;
+        const QString at = m_current ? QStringLiteral(" at %1").arg(where(*m_current)) : QString();
+        bool numbered = false;
+        m_port.toInt(&numbered); // a COM port's number, or a device as the user named it
+        tell(true, command,
+             QStringLiteral("%1 failed%2, on %3: %4")
+                 .arg(command, at, numbered ? QStringLiteral("COM") + m_port : m_port, fault.description()));
+    }
+}
+
+void SimulatedHandset::tell(bool fault, const QString& title, const QString& text)
+{
+    if (!m_panel)
+        return; // the host has ended the panel: no one to tell
+    // The host may end the panel, and the box with it, while the box is open.
+    const QPointer<QMessageBox> box = new QMessageBox(fault ? QMessageBox::Warning : QMessageBox::Information, title,
+                                                      text, QMessageBox::Ok, m_panel->window());
+    box->exec();
+    delete box.data();
+}
+
+// "NV item 178 (index 1), "Mobile Directory Number (MDN)" on the page System NAM2"
+QString SimulatedHandset::where(NvAddress address) const
+{
+    const QString place = m_catalogue.placeOf(address);
+    return place.isEmpty() ? Describe(address) : Describe(address) + QStringLiteral(", ") + place;
 }
 
 // A command is one process of sub-processes. The panel's bar follows one
@@ -50,145 +104,165 @@ template <class Step> void SimulatedHandset::subProcess(int32_t number, const QS
     emit SetSubProcessStep(number, 1, Port);
     emit GetSubTotalProgressCount(name, steps, Port);
     for (int32_t i = 0; i < steps; ++i) {
+        if (!m_panel)
+            throw TessalyError(errPanelGone, QStringLiteral("the panel was closed"));
         step(i);
         emit StepIt(Port);
     }
     emit SetSubProcessStep(number, 2, Port);
 }
 
-// The line time of one NV item, when a pace is set.
+// The line time of one NV item, when a pace is set: the windows keep
+// painting, the user's input waits.
 void SimulatedHandset::transfer()
 {
-    if (m_pace.count() > 0)
-        std::this_thread::sleep_for(m_pace);
+    if (m_pace.count() <= 0)
+        return;
+    QEventLoop loop;
+    QTimer::singleShot(m_pace, &loop, &QEventLoop::quit);
+    loop.exec(QEventLoop::ExcludeUserInputEvents);
 }
 
 void SimulatedHandset::NVRead()
 {
-    const std::vector<NvAddress>& addresses = m_catalogue.addresses();
-    const auto pages = int32_t(m_catalogue.sheets().size()) + 1;
-    announce(ProcessRead, int32_t(addresses.size()) + pages);
-    NvImage read;
-    subProcess(1, QStringLiteral("Reading NV items"), int32_t(addresses.size()), [&](int32_t i) {
-        const NvAddress address = addresses[size_t(i)];
-        transfer();
-        NvData& data = read[address];
-        const NvStatus status = m_memory.read(address, data);
-        if (status == NvStatus::Inactive) {
-            // An item never written holds nothing: its values read as zeros.
-            data.fill(0);
-            if (address.index >= 0)
-                data[0] = uint8_t(address.index);
-        } else if (status != NvStatus::Done) {
-            throw TessalyError(errItemUnreadable,
-                             QStringLiteral("%1 could not be read: the handset answered with status %2")
-                                 .arg(Describe(address))
-                                 .arg(int(status)));
-        }
+    run(QStringLiteral("NV Read"), [this] {
+        const std::vector<NvAddress>& addresses = m_catalogue.addresses();
+        const auto pages = int32_t(m_catalogue.sheets().size()) + 1;
+        announce(ProcessRead, int32_t(addresses.size()) + 1 + pages);
+        NvImage read;
+        std::map<NvAddress, NvStatus> lacking;
+        // The items one a step, then the memory's copy of them (a live
+        // handset's backup) as the last step.
+        subProcess(1, QStringLiteral("Reading NV items"), int32_t(addresses.size()) + 1, [&](int32_t i) {
+            if (size_t(i) == addresses.size()) {
+                m_current.reset();
+                m_memory.readDone();
+                return;
+            }
+            m_current = addresses[size_t(i)];
+            transfer();
+            NvData& data = read[*m_current];
+            const NvStatus status = m_memory.read(*m_current, data);
+            if (Lacks(status)) {
+                lacking[*m_current] = status;
+                data.fill(0);
+            } else if (status != NvStatus::Done) {
+                throw TessalyError(errItemUnreadable,
+                                   QStringLiteral("the handset answered with status %1").arg(int(status)));
+            }
+        });
+        m_lastRead = read;
+        m_onHandset = std::move(read);
+        m_lacking = std::move(lacking);
+        fillPanel(2);
+        emit SetProcessStep(ProcessRead, 2, Port);
+        tellLacking();
     });
-    m_lastRead = std::move(read);
-    m_memory.readDone();
-    fillPanel(2);
-    emit SetProcessStep(ProcessRead, 2, Port);
+}
+
+// One box for every item the handset lacks, at the end of a read.
+void SimulatedHandset::tellLacking()
+{
+    if (m_lacking.empty())
+        return;
+    QStringList lines;
+    for (const auto& [address, status] : m_lacking)
+        lines << QStringLiteral("%1: status %2").arg(where(address)).arg(int(status));
+    tell(false, QStringLiteral("NV Read"),
+         QStringLiteral("The handset does not have %1 of the items; their values stay empty and are never written:\n%2")
+             .arg(m_lacking.size())
+             .arg(lines.join(QLatin1Char('\n'))));
 }
 
 void SimulatedHandset::NVWrite()
 {
-    // Every value is encoded before the first item is written: a value that
-    // its item cannot hold stops the write with the handset untouched.
-    NvImage values;
-    try {
-        values = valuesOfPanel();
-    } catch (const TessalyError& refusal) {
-        if (refusal.number() != errValueRefused)
-            throw;
-        // A value the user can correct: told here, and the command ends as
-        // any other, so that the bar stays at the user's service.
-        QMessageBox::warning(m_panel.window(), QStringLiteral("NV Write"), refusal.description());
-        return;
-    }
-    announce(ProcessWrite, int32_t(values.size()));
-    writeItems(values, QStringLiteral("Writing NV items"));
-    emit SetProcessStep(ProcessWrite, 2, Port);
+    run(QStringLiteral("NV Write"), [this] {
+        // Every value is encoded before the first item is written: a value
+        // that its item cannot hold stops the write with the handset untouched.
+        NvImage values = writable(valuesOfPanel());
+        announce(ProcessWrite, int32_t(values.size()) + 1);
+        writeItems(values, QStringLiteral("Writing NV items"));
+        emit SetProcessStep(ProcessWrite, 2, Port);
+    });
 }
 
 void SimulatedHandset::NVRestore()
 {
-    const NvImage& read = lastRead("Restore");
-    announce(ProcessRestore, int32_t(read.size() + m_catalogue.sheets().size()) + 1);
-    writeItems(read, QStringLiteral("Restoring NV items"));
-    fillPanel(2);
-    emit SetProcessStep(ProcessRestore, 2, Port);
+    run(QStringLiteral("Restore"), [this] {
+        const NvImage items = writable(lastRead(QStringLiteral("Restore")));
+        announce(ProcessRestore, int32_t(items.size() + m_catalogue.sheets().size()) + 2);
+        writeItems(items, QStringLiteral("Restoring NV items"));
+        fillPanel(2);
+        emit SetProcessStep(ProcessRestore, 2, Port);
+    });
 }
 
-const NvImage& SimulatedHandset::lastRead(const char* command) const
+const NvImage& SimulatedHandset::lastRead(const QString& command) const
 {
     if (!m_lastRead)
-        throw TessalyError(errNothingRead,
-                         QStringLiteral("%1 needs the values of an NV Read first.").arg(QLatin1String(command)));
+        throw TessalyError(errNothingRead, QStringLiteral("%1 needs the values of an NV Read first").arg(command));
     return *m_lastRead;
 }
 
+// The items that may be written: not lacking on the handset, not protected
+// by the catalogue.
+NvImage SimulatedHandset::writable(const NvImage& items) const
+{
+    NvImage kept;
+    for (const auto& [address, data] : items)
+        if (!m_lacking.count(address) && m_catalogue.protection(address.item).isEmpty())
+            kept.emplace(address, data);
+    return kept;
+}
+
 // Writes the items one by one as sub-process 1, then has the memory keep
-// them. An item that fails ends the run; those written before it are kept.
+// them as its last step. An item that fails ends the run; the fault tells
+// which changed items were written and verified before it and which were not.
 void SimulatedHandset::writeItems(const NvImage& items, const QString& name)
 {
+    std::vector<NvAddress> written;
+    std::vector<NvAddress> pending;
+    for (const auto& [address, data] : items) {
+        const auto known = m_onHandset.find(address);
+        if (known == m_onHandset.end() || known->second != data)
+            pending.push_back(address);
+    }
     auto next = items.begin();
     try {
-        subProcess(1, name, int32_t(items.size()), [&](int32_t) {
+        subProcess(1, name, int32_t(items.size()) + 1, [&](int32_t) {
+            if (next == items.end()) {
+                m_current.reset();
+                m_memory.commit();
+                return;
+            }
+            m_current = next->first;
             transfer();
             const NvStatus status = m_memory.write(next->first, next->second);
             if (status != NvStatus::Done)
                 throw TessalyError(errItemUnwritable,
-                                 QStringLiteral("%1 could not be written: the handset answered "
-                                                "with status %2")
-                                     .arg(Describe(next->first))
-                                     .arg(int(status)));
+                                   QStringLiteral("the handset answered with status %1").arg(int(status)));
+            if (m_onHandset[next->first] != next->second) {
+                m_onHandset[next->first] = next->second;
+                written.push_back(next->first);
+                pending.erase(std::find(pending.begin(), pending.end(), next->first));
+            }
             ++next;
         });
-    } catch (const TessalyError&) {
-        m_memory.commit();
-        throw;
-    }
-    m_memory.commit();
-}
-
-// The items of the last read with every value that the user may edit taken
-// from the panel, or the refusal of the first value that does not fit.
-NvImage SimulatedHandset::valuesOfPanel() const
-{
-    const NvImage& read = lastRead("NV Write");
-    NvImage values;
-    const auto put = [&](const Field& field, int copy, const QString& text, const QString& where) {
-        const NvAddress address = field.address(copy);
-        NvData& data = values.try_emplace(address, read.at(address)).first->second;
-        if (const QString problem = Encode(field, text, data); !problem.isEmpty())
-            throw TessalyError(errValueRefused,
-                             QStringLiteral("NV Write refused %1: the value \"%2\" %3. Nothing was "
-                                            "written to the handset.")
-                                 .arg(where, text, problem));
-    };
-    for (const Sheet& sheet : m_catalogue.sheets()) {
-        const int16_t part = partIn(sheet);
-        const std::vector<Row>& rows = sheet.page->rows;
-        for (size_t r = 0; r < rows.size() && part >= 0; ++r) {
-            if (rows[r].readOnly[size_t(sheet.copy)])
-                continue;
-            const std::vector<Field>& columns = rows[r].columns;
-            for (size_t c = 0; c < columns.size(); ++c) {
-                const QString where = columns.size() == 1
-                    ? QStringLiteral("\"%1\" on the page %2").arg(rows[r].title, sheet.name)
-                    : QStringLiteral("\"%1\", column %2, on the page %3").arg(rows[r].title).arg(c + 1).arg(sheet.name);
-                put(columns[c], sheet.copy, m_panel.GetItemFromGrd(part, int32_t(r + 1), sheet.readColumn(c)),
-                    where);
-            }
+    } catch (const TessalyError& fault) {
+        if (!m_current)
+            throw; // the save: the memory keeps what it held before
+        m_onHandset.erase(*m_current); // old or new bytes: read again to know
+        try {
+            m_memory.commit();
+        } catch (const TessalyError&) {
+            written.clear(); // nothing of this run was kept
         }
+        QString what = fault.description();
+        if (what.endsWith(QLatin1Char('.')))
+            what.chop(1);
+        throw TessalyError(fault.number(), QStringLiteral("%1.\nWritten and verified before it: %2.\nNot written: %3.")
+                                               .arg(what, Listed(written), Listed(pending)));
     }
-    put(m_catalogue.profileCount(), 0, QString::number(m_panel.GetProfileCount()),
-        QStringLiteral("the number of MIP profiles"));
-    put(m_catalogue.activeProfile(), 0, QString::number(m_panel.GetActiveProfileIndex()),
-        QStringLiteral("the active MIP profile"));
-    return values;
 }
 
 // Fills the panel from the last read as sub-process `number`: first the
@@ -196,7 +270,9 @@ NvImage SimulatedHandset::valuesOfPanel() const
 void SimulatedHandset::fillPanel(int32_t number)
 {
     const NvImage& read = *m_lastRead;
-    const auto value = [&](const Field& field) { return Decode(field, read.at(field.address(0))); };
+    const auto value = [&](const Field& field) {
+        return m_lacking.count(field.address(0)) ? QString() : Decode(field, read.at(field.address(0)));
+    };
     const std::vector<Sheet>& sheets = m_catalogue.sheets();
     subProcess(number, QStringLiteral("Filling pages"), int32_t(sheets.size()) + 1, [&](int32_t i) {
         if (i > 0) {
@@ -204,52 +280,12 @@ void SimulatedHandset::fillPanel(int32_t number)
             return;
         }
         const std::array<Field, 6>& basic = m_catalogue.basicInformation();
-        m_panel.SetBasicInfo(value(basic[0]), value(basic[1]), value(basic[2]), value(basic[3]), value(basic[4]),
+        m_panel->SetBasicInfo(value(basic[0]), value(basic[1]), value(basic[2]), value(basic[3]), value(basic[4]),
                              value(basic[5]));
         // The panel takes 1 to 6 profiles, numbered from 0.
-        m_panel.SetProfileCount(int16_t(std::clamp(value(m_catalogue.profileCount()).toInt(), 1, 6)));
-        m_panel.SetActiveProfileIndex(int16_t(std::clamp(value(m_catalogue.activeProfile()).toInt(), 0, 5)));
+        m_panel->SetProfileCount(int16_t(std::clamp(value(m_catalogue.profileCount()).toInt(), 1, 6)));
+        m_panel->SetActiveProfileIndex(int16_t(std::clamp(value(m_catalogue.activeProfile()).toInt(), 0, 5)));
     });
-}
-
-// The panel's number of a sheet's page. The handset's own page is added to
-// the panel, as wide as its widest row, the first time it is filled.
-int16_t SimulatedHandset::partOf(const Sheet& sheet)
-{
-    if (sheet.part < 0 && m_ownPage < 0) {
-        size_t columns = 1;
-        for (const Row& row : sheet.page->rows)
-            columns = std::max(columns, row.columns.size());
-        m_ownPage = m_panel.AddTab(sheet.name, int16_t(columns + 1));
-    }
-    return partIn(sheet);
-}
-
-int16_t SimulatedHandset::partIn(const Sheet& sheet) const
-{
-    return sheet.part >= 0 ? sheet.part : m_ownPage;
-}
-
-void SimulatedHandset::fillSheet(const Sheet& sheet)
-{
-    const NvImage& read = *m_lastRead;
-    const std::vector<Row>& rows = sheet.page->rows;
-    const int16_t part = partOf(sheet);
-    if (sheet.titles) {
-        m_panel.SetNVFieldItemCount(part, int16_t(rows.size()));
-        for (size_t r = 0; r < rows.size(); ++r)
-            m_panel.AddItemToGrid2(part, QString(), false, QString(), rows[r].title, int32_t(r + 1), 0);
-    }
-    for (size_t r = 0; r < rows.size(); ++r) {
-        const bool readOnly = rows[r].readOnly[size_t(sheet.copy)];
-        const std::vector<Field>& columns = rows[r].columns;
-        for (size_t c = 0; c < columns.size(); ++c) {
-            const Field& field = columns[c];
-            m_panel.AddItemToGrd(part, QString(MaxLength(field), u'#'), TakesDigitsOnly(field), readOnly,
-                                 field.choices.join(u'|'), Decode(field, read.at(field.address(sheet.copy))),
-                                 int32_t(r + 1), sheet.fillColumn(c));
-        }
-    }
 }
 
 } // namespace tessaly::model

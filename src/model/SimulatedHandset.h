@@ -2,14 +2,25 @@
 // live in an NV memory, the catalogue says where each value of the panel
 // stands in them, and the three commands move the values between the memory
 // and the panel through the panel's public methods.
+//
+// A fault of the handset or its line ends the command: the user is told once,
+// in a box naming the command, the item and where the panel shows it, and
+// the port, and the command returns as any other so that the panel's command
+// bar comes back to rest. Items the handset lacks (see model::Lacks) never
+// fail a read: their cells stay empty and read-only, they are never written,
+// and one box at the end of the read lists them.
 #pragma once
 
 #include "model/NvMemory.h"
 
 #include <tessaly/BaseModel.h>
 
+#include <QPointer>
+
 #include <chrono>
+#include <functional>
 #include <optional>
+#include <set>
 
 class Tessaly;
 
@@ -25,9 +36,14 @@ public:
 
     SimulatedHandset(Tessaly& panel, NvMemory& memory, QObject* parent = nullptr);
 
+    // The name and the port the panel's label shows; the simulated handset's
+    // own at first.
+    void setIdentity(QString name, QString port);
     // The time that each NV item takes on the line, so that a person can
-    // watch the progress; none at first.
+    // watch the progress; none at first. The windows keep painting meanwhile.
     void setPace(std::chrono::milliseconds perItem) { m_pace = perItem; }
+    // Whether the last command did all its work.
+    bool succeeded() const { return m_succeeded; }
 
     void NVRead() override;
     void GetModelName(QString& name) override;
@@ -36,6 +52,8 @@ public:
     void NVRestore() override;
 
 private:
+    void run(const QString& command, const std::function<void()>& work);
+    void tell(bool fault, const QString& title, const QString& text);
     void transfer();
     void announce(int32_t process, int32_t steps);
     // One sub-process of so many steps; `step` does the work of each.
@@ -44,15 +62,24 @@ private:
     void fillSheet(const Sheet& sheet);
     int16_t partOf(const Sheet& sheet);
     int16_t partIn(const Sheet& sheet) const;
-    const NvImage& lastRead(const char* command) const;
+    const NvImage& lastRead(const QString& command) const;
     NvImage valuesOfPanel() const;
+    NvImage writable(const NvImage& items) const;
     void writeItems(const NvImage& items, const QString& name);
+    QString where(NvAddress address) const;
+    void tellLacking();
 
-    Tessaly& m_panel;
+    QPointer<Tessaly> m_panel;
     NvMemory& m_memory;
     const Catalogue& m_catalogue;
+    QString m_name = QStringLiteral("Halvane SIM-800");
+    QString m_port = QString::number(Port);
     std::chrono::milliseconds m_pace{0};
     std::optional<NvImage> m_lastRead;
+    std::map<NvAddress, NvStatus> m_lacking; // by the last read
+    NvImage m_onHandset; // as far as reads and writes have shown
+    std::optional<NvAddress> m_current; // the item on the line
+    bool m_succeeded = true;
     int16_t m_ownPage = -1; // the page the handset adds to the panel, once it has
 };
 

@@ -1,0 +1,64 @@
+#include "Handset.h"
+
+#include "link/Backup.h"
+#include "model/Catalogue.h"
+#include "model/FileNvMemory.h"
+
+#include <tessaly/Tessaly.h>
+
+#include <QInputDialog>
+
+#include <cstdio>
+
+namespace halvane {
+
+using namespace tessaly;
+
+std::unique_ptr<Handset> OpenHandset(const Options& options, Tessaly& panel, bool unattended)
+{
+    auto handset = std::make_unique<Handset>();
+    if (options.port.isEmpty()) {
+        auto file = std::make_unique<model::FileNvMemory>(options.state, model::Catalogue::BuiltIn().factory());
+        handset->problem = file->lastProblem();
+        handset->memory = std::move(file);
+        handset->model = std::make_unique<model::SimulatedHandset>(panel, *handset->memory);
+        handset->model->setPace(options.pace);
+        return handset;
+    }
+    try {
+        handset->line = std::make_unique<link::SerialLink>(options.port, options.replyTime);
+    } catch (const TessalyError& error) {
+        std::fprintf(stderr, "halvane: %s\n", qPrintable(error.description()));
+        return nullptr;
+    }
+    const QString spc = options.spc;
+    QPointer<Tessaly> asker(&panel);
+    auto live = std::make_unique<link::LiveNvMemory>(*handset->line, [spc, unattended, asker] {
+        if (!spc.isEmpty() || unattended || !asker)
+            return spc;
+        return QInputDialog::getText(asker->window(), QStringLiteral("Halvane"),
+                                     QStringLiteral("The handset is locked. Its SPC (six digits):"));
+    });
+    live->setBackupFolder(link::BackupFolder()); // every read of a real handset is kept
+    handset->live = live.get();
+    handset->memory = std::move(live);
+    handset->model = std::make_unique<model::SimulatedHandset>(panel, *handset->memory);
+    QString name = QStringLiteral("CDMA handset"); // until it answers: the first command tells why not
+    try {
+        name = handset->live->handsetName();
+    } catch (const TessalyError&) {
+    }
+    handset->model->setIdentity(name, options.port);
+    return handset;
+}
+
+int ReadToBackup(Handset& handset)
+{
+    handset.model->NVRead();
+    if (!handset.model->succeeded())
+        return 1;
+    std::printf("%s\n", qPrintable(handset.live->lastBackup()));
+    return 0;
+}
+
+} // namespace halvane

@@ -1,0 +1,35 @@
+// The handset halvane binds to the panel: the simulated one over its NV
+// memory file, or a real one on a serial port (--port), named in the panel's
+// label by its own version reply and the port as the user gave it.
+#pragma once
+
+#include "Options.h"
+
+#include "link/LiveNvMemory.h"
+#include "link/SerialLink.h"
+#include "model/SimulatedHandset.h"
+
+#include <memory>
+
+class Tessaly;
+
+namespace halvane {
+
+struct Handset {
+    std::unique_ptr<tessaly::link::SerialLink> line;
+    std::unique_ptr<tessaly::model::NvMemory> memory;
+    std::unique_ptr<tessaly::model::SimulatedHandset> model;
+    tessaly::link::LiveNvMemory* live = nullptr; // the memory, when the handset is real
+    QString problem; // with the memory file, for the user once the window shows
+};
+
+// Opens the handset the options name. A port that cannot be opened is told on
+// standard error and gives nothing. Without a person to ask (`unattended`),
+// the SPC is the one given with --spc or none.
+std::unique_ptr<Handset> OpenHandset(const Options& options, Tessaly& panel, bool unattended);
+
+// Reads the real handset without a window and prints its backup's path.
+// Gives the exit status: 0 when the read succeeded.
+int ReadToBackup(Handset& handset);
+
+} // namespace halvane

@@ -1,0 +1,33 @@
+// halvane's command line.
+#pragma once
+
+#include <QString>
+
+#include <chrono>
+#include <optional>
+
+class QCoreApplication;
+
+namespace halvane {
+
+struct Options {
+    QString screenshot; // render the panel to this file and exit
+    QString page;       // the tree node to show
+    QString message;    // the text of the panel's message box
+    QString edit;       // "row,column" of the value cell to double-click
+    QString state;      // the simulated handset's NV memory file
+    std::chrono::milliseconds pace{0};
+    QString port;       // the serial device of a real handset
+    std::chrono::milliseconds replyTime{3000};
+    QString spc;
+    QString restoreBackup;
+    bool listPorts = false;
+    bool read = false;  // read the handset on --port without a window
+    bool hasMessage = false;
+};
+
+// Reads the command line of `app`. --help and --version are answered and
+// exit; a wrong value is told on standard error and gives nothing.
+std::optional<Options> ParseOptions(const QCoreApplication& app);
+
+} // namespace halvane

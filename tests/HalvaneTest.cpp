@@ -1,0 +1,230 @@
+// halvane itself, unattended, against tessaly-emu on a pseudo-terminal: for
+// each fault of a real handset, its exit status, what it tells on standard
+// error, the emulator's memory afterwards and the backups it leaves.
+#include "model/Catalogue.h"
+#include "model/NvFile.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QProcess>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+using namespace tessaly::model;
+
+namespace {
+
+struct Outcome {
+    int status = -1;
+    QString out;
+    QString err;
+};
+
+class HalvaneTest : public ::testing::Test {
+protected:
+    void TearDown() override
+    {
+        emulator.kill();
+        emulator.waitForFinished();
+    }
+
+    // Starts the emulator on the factory items, with `status` for some of
+    // them, and gives its terminal's path.
+    QString start(const QStringList& faults = {}, const std::map<NvAddress, NvStatus>& status = {})
+    {
+        NvFile file;
+        for (const auto& [address, data] : Catalogue::BuiltIn().factory())
+            file.entries.push_back({address, status.count(address) ? status.at(address) : NvStatus::Done, data});
+        EXPECT_EQ(WriteNvFile(state(), file), "");
+        emulator.start(QStringLiteral(TESSALY_EMU), QStringList{"--state", state()} + faults);
+        EXPECT_TRUE(emulator.waitForReadyRead(5000));
+        return QString::fromLocal8Bit(emulator.readLine()).trimmed();
+    }
+
+    Outcome halvane(const QStringList& arguments)
+    {
+        QProcess process;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
+        environment.insert(QStringLiteral("XDG_DATA_HOME"), folder.filePath(QStringLiteral("data")));
+        process.setProcessEnvironment(environment);
+        process.start(QStringLiteral(HALVANE), arguments);
+        EXPECT_TRUE(process.waitForFinished(60000)) << "halvane waits for someone";
+        return {process.exitCode(), QString::fromLocal8Bit(process.readAllStandardOutput()),
+                QString::fromLocal8Bit(process.readAllStandardError())};
+    }
+
+    QString state() const { return folder.filePath(QStringLiteral("handset.json")); }
+    // The emulator's memory now.
+    std::map<NvAddress, NvEntry> memory() const
+    {
+        NvFile file;
+        EXPECT_EQ(ReadNvFile(state(), NvFileKind::Memory, file), "");
+        std::map<NvAddress, NvEntry> items;
+        for (const NvEntry& entry : file.entries)
+            items[entry.address] = entry;
+        return items;
+    }
+    QStringList backups() const
+    {
+        const QDir dir(folder.filePath(QStringLiteral("data/Halvane/backups")));
+        QStringList paths;
+        for (const QString& name : dir.entryList({QStringLiteral("*.json")}, QDir::Files, QDir::Name))
+            paths << dir.filePath(name);
+        return paths;
+    }
+    // A backup of the handset with `change` made to it, and its path.
+    QString changedBackup(const QString& from, const std::function<void(NvFile&)>& change)
+    {
+        NvFile file;
+        EXPECT_EQ(ReadNvFile(from, NvFileKind::Backup, file), "");
+        change(file);
+        const QString path = folder.filePath(QStringLiteral("changed.json"));
+        EXPECT_EQ(WriteNvFile(path, file), "");
+        return path;
+    }
+
+    QTemporaryDir folder;
+    QProcess emulator;
+};
+
+NvEntry& EntryOf(NvFile& file, NvAddress address)
+{
+    return *std::find_if(file.entries.begin(), file.entries.end(),
+                         [&](const NvEntry& entry) { return entry.address == address; });
+}
+
+const NvAddress Mdn{178, 0};
+const NvAddress LifeTime{55, -1};
+const NvAddress NamName{43, 0};
+
+} // namespace
+
+TEST_F(HalvaneTest, ReadKeepsABackupOfItemsTheHandsetLacksAndTellsThemOnce)
+{
+    const QString port = start({}, {{{MeidItem, -1}, NvStatus::NotValid}, {{43, 1}, NvStatus::ReadOnly}});
+    const Outcome run = halvane({"--port", port, "--read"});
+    EXPECT_EQ(run.status, 0) << qPrintable(run.err);
+    EXPECT_EQ(run.err.count(QLatin1String("halvane: information: The handset does not have 2 of the items")), 1)
+        << qPrintable(run.err);
+    ASSERT_EQ(backups().size(), 1);
+    EXPECT_EQ(run.out.trimmed(), backups()[0]);
+    EXPECT_EQ(QFileInfo(backups()[0]).permissions() & 0x0FFF, QFile::ReadUser | QFile::WriteUser) << "mode 0600";
+    NvFile backup;
+    ASSERT_EQ(ReadNvFile(backups()[0], NvFileKind::Backup, backup), "");
+    EXPECT_EQ(EntryOf(backup, {MeidItem, -1}).status, NvStatus::NotValid);
+}
+
+TEST_F(HalvaneTest, SilentHandsetFailsTheReadOnceNamingItemAndPort)
+{
+    EXPECT_TRUE(halvane({"--port", "/dev/no-such-port", "--read"}).err.contains(QLatin1String("There is no port")));
+    const QString port = start({"--dead-after", "10"});
+    const Outcome run = halvane({"--port", port, "--read", "--reply-time", "100"});
+    EXPECT_EQ(run.status, 1);
+    EXPECT_EQ(run.err.count(QLatin1String("halvane: warning:")), 1) << qPrintable(run.err);
+    EXPECT_TRUE(run.err.contains(QStringLiteral("NV Read failed at NV item")));
+    EXPECT_TRUE(run.err.contains(QStringLiteral("The handset on %1 does not answer").arg(port))) << qPrintable(run.err);
+    EXPECT_TRUE(backups().isEmpty());
+}
+
+TEST_F(HalvaneTest, LateDamagedAndUnaskedRepliesAreWaitedThrough)
+{
+    const QString port = start({"--late", "20:300", "--bad-crc", "9", "--events"});
+    const Outcome run = halvane({"--port", port, "--read", "--reply-time", "200"});
+    EXPECT_EQ(run.status, 0) << qPrintable(run.err);
+    EXPECT_EQ(run.err.count(QLatin1String("halvane: ")), 0) << qPrintable(run.err);
+}
+
+TEST_F(HalvaneTest, RestoreKeepsTheHandsetFirstAndWritesOnlyWhatItMay)
+{
+    const QString port = start({"--spc", "123456"});
+    ASSERT_EQ(halvane({"--port", port, "--read"}).status, 0);
+    const QString backup = changedBackup(backups()[0], [](NvFile& file) {
+        EntryOf(file, Mdn).data[1] = '9';
+        EntryOf(file, LifeTime).data[0] = 1;
+    });
+    const Outcome locked = halvane({"--port", port, "--restore-backup", backup});
+    EXPECT_EQ(locked.status, 1);
+    EXPECT_TRUE(locked.out.contains(QLatin1String("failed (The handset is locked and no SPC was given)")));
+    const Outcome run = halvane({"--port", port, "--restore-backup", backup, "--spc", "123456"});
+    EXPECT_EQ(run.status, 0) << qPrintable(run.err);
+    EXPECT_TRUE(run.out.contains(QLatin1String("NV item 178 (index 0): restored"))) << qPrintable(run.out);
+    EXPECT_TRUE(run.out.contains(QLatin1String("NV item 55: skipped (counter)")));
+    EXPECT_TRUE(run.out.contains(QLatin1String("What the handset held before is kept in")));
+    EXPECT_EQ(backups().size(), 3) << "one read, and what each restore found";
+    EXPECT_EQ(memory()[Mdn].data[1], '9');
+    EXPECT_EQ(memory()[LifeTime].data, Catalogue::BuiltIn().factory().at(LifeTime));
+}
+
+TEST_F(HalvaneTest, BackupOfAnotherHandsetOrWithABadEntryIsRefusedBeforeAnyWrite)
+{
+    const QString port = start();
+    ASSERT_EQ(halvane({"--port", port, "--read"}).status, 0);
+    QString backup = changedBackup(backups()[0], [](NvFile& file) {
+        EntryOf(file, Mdn).data[1] = '9';
+        file.fields[QLatin1String("esn")] = QStringLiteral("12345678");
+    });
+    EXPECT_TRUE(halvane({"--port", port, "--restore-backup", backup}).err.contains(QLatin1String("another handset")));
+    backup = changedBackup(backups()[0], [](NvFile& file) { EntryOf(file, Mdn).data[1] = '9'; });
+    QFile text(backup);
+    ASSERT_TRUE(text.open(QIODevice::ReadWrite));
+    const QByteArray bad = text.readAll().replace("\"item\": 82,", "\"item\": 70000,");
+    text.resize(0);
+    text.write(bad);
+    text.close();
+    const Outcome run = halvane({"--port", port, "--restore-backup", backup});
+    EXPECT_EQ(run.status, 1);
+    EXPECT_TRUE(run.err.contains(QLatin1String("is refused: its entry"))) << qPrintable(run.err);
+    EXPECT_EQ(memory()[Mdn].data, Catalogue::BuiltIn().factory().at(Mdn));
+}
+
+TEST_F(HalvaneTest, WriteThatReadsBackDifferentStopsTheRestoreAndEveryOutcomeIsTold)
+{
+    const QString port = start({"--garble", "43"});
+    ASSERT_EQ(halvane({"--port", port, "--read"}).status, 0);
+    const QString backup = changedBackup(backups()[0], [](NvFile& file) {
+        EntryOf(file, NamName).data[1] = 'X';
+        EntryOf(file, Mdn).data[1] = '9';
+    });
+    const Outcome run = halvane({"--port", port, "--restore-backup", backup});
+    EXPECT_EQ(run.status, 1);
+    EXPECT_TRUE(run.out.contains(QLatin1String("NV item 43 (index 0): failed (NV item 43 (index 0) reads back different")))
+        << qPrintable(run.out);
+    EXPECT_TRUE(run.out.contains(QLatin1String("NV item 178 (index 0): not written (the restore stopped at NV item 43")));
+    EXPECT_EQ(memory()[Mdn].data, Catalogue::BuiltIn().factory().at(Mdn));
+}
+
+TEST_F(HalvaneTest, LineDyingMidRestoreTellsEveryOutcome)
+{
+    const auto reads = qsizetype(Catalogue::BuiltIn().addresses().size());
+    const QString port = start({"--dead-after", QString::number(2 * (reads + 1) + 2)});
+    ASSERT_EQ(halvane({"--port", port, "--read"}).status, 0);
+    const QString backup = changedBackup(backups()[0], [](NvFile& file) {
+        EntryOf(file, NamName).data[1] = 'X';
+        EntryOf(file, Mdn).data[1] = '9';
+    });
+    const Outcome run = halvane({"--port", port, "--restore-backup", backup, "--reply-time", "100"});
+    EXPECT_EQ(run.status, 1);
+    EXPECT_TRUE(run.out.contains(QLatin1String("NV item 43 (index 0): restored"))) << qPrintable(run.out);
+    EXPECT_TRUE(run.out.contains(QLatin1String("NV item 178 (index 0): failed (The handset on"))) << qPrintable(run.out);
+    EXPECT_EQ(memory()[NamName].data[1], 'X');
+}
+
+TEST_F(HalvaneTest, UnattendedScreenshotTellsEachBoxOnceAndNeverWaits)
+{
+    const QString picture = folder.filePath(QStringLiteral("nam1.png"));
+    QFile damaged(state());
+    ASSERT_TRUE(damaged.open(QIODevice::WriteOnly));
+    damaged.write("{\"format\": \"Halvane NV memory\", \"version\": 1, \"items\": [{\"item\": 178, \"data\": 7}]}");
+    damaged.close();
+    Outcome run = halvane({"--state", state(), "--page", "System NAM1", "--edit", "1,1", "--screenshot", picture});
+    EXPECT_EQ(run.status, 0) << qPrintable(run.err);
+    EXPECT_EQ(run.err.count(QLatin1String("was damaged")), 1) << qPrintable(run.err);
+    EXPECT_TRUE(run.err.contains(QLatin1String("halvane: message: LOCK_CODE would be changed according to MDN")));
+    EXPECT_TRUE(QFileInfo::exists(picture));
+
+    run = halvane({"--state", state(), "--page", "Nowhere"});
+    EXPECT_EQ(run.status, 2);
+    EXPECT_TRUE(run.err.contains(QLatin1String("System NAM1, System NAM2"))) << qPrintable(run.err);
+}
