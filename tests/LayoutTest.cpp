@@ -147,8 +147,8 @@ TEST_F(LayoutTest, FocusChainFollowsTheTabIndexes)
         widget = widget->nextInFocusChain();
     } while (widget != panel().OrvenTreeView1);
     EXPECT_EQ(chain, expected);
-    // Labels, frames, images and the two bars never take the focus.
-    for (const char* name : {"lblTitle", "fraBasicInfo", "imgWndClose", "pbProgress", "pbProgressBg", "Shape1"})
+    // Labels, frames and the two bars never take the focus.
+    for (const char* name : {"lblTitle", "fraBasicInfo", "pbProgress", "pbProgressBg", "Shape1"})
         EXPECT_EQ(control(QLatin1String(name))->focusPolicy(), Qt::NoFocus) << name;
 }
 
