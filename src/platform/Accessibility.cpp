@@ -10,59 +10,76 @@
 #include <QAccessibleWidget>
 
 #include <algorithm>
+#include <type_traits>
 
 namespace tessaly {
 
 namespace {
 
-// A picture that acts as a button: pressing it raises its Click.
-class AccessibleButton : public QAccessibleWidget {
+// A picture control as what its role makes it: a button with a press action
+// that raises its Click, a progress bar with a value, or a plain picture. The
+// role is read at each question, so an interface made before the role was
+// given never keeps a stale one.
+template <class Control>
+class AccessiblePicture : public QAccessibleWidget, public QAccessibleValueInterface {
 public:
-    explicit AccessibleButton(QWidget* control)
-        : QAccessibleWidget(control, QAccessible::Button)
+    explicit AccessiblePicture(Control* control)
+        : QAccessibleWidget(control, QAccessible::Graphic)
     {
     }
 
-    QStringList actionNames() const override { return QAccessibleWidget::actionNames() << pressAction(); }
+    QAccessible::Role role() const override
+    {
+        switch (control()->Role()) {
+        case PictureRole::Button: return QAccessible::Button;
+        case PictureRole::ProgressBar: return QAccessible::ProgressBar;
+        default: return QAccessible::Graphic;
+        }
+    }
+
+    void* interface_cast(QAccessible::InterfaceType type) override
+    {
+        if (type == QAccessible::ValueInterface && control()->Role() == PictureRole::ProgressBar)
+            return static_cast<QAccessibleValueInterface*>(this);
+        return QAccessibleWidget::interface_cast(type);
+    }
+
+    QStringList actionNames() const override
+    {
+        QStringList names = QAccessibleWidget::actionNames();
+        if (control()->Role() == PictureRole::Button)
+            names << pressAction();
+        return names;
+    }
 
     void doAction(const QString& action) override
     {
         if (action != pressAction())
             QAccessibleWidget::doAction(action);
-        else if (widget()->isEnabled())
-            QMetaObject::invokeMethod(widget(), "Click", Qt::DirectConnection);
-    }
-};
-
-class AccessibleProgress : public QAccessibleWidget, public QAccessibleValueInterface {
-public:
-    explicit AccessibleProgress(PictureBox* bar)
-        : QAccessibleWidget(bar, QAccessible::ProgressBar)
-    {
-    }
-
-    void* interface_cast(QAccessible::InterfaceType type) override
-    {
-        if (type == QAccessible::ValueInterface)
-            return static_cast<QAccessibleValueInterface*>(this);
-        return QAccessibleWidget::interface_cast(type);
+        else if (control()->Role() == PictureRole::Button && control()->isEnabled())
+            emit control()->Click();
     }
 
     QString text(QAccessible::Text t) const override
     {
-        if (t == QAccessible::Value)
-            return QStringLiteral("%1 %").arg(bar()->ProgressValue());
+        if (t == QAccessible::Value && control()->Role() == PictureRole::ProgressBar)
+            return QStringLiteral("%1 %").arg(currentValue().toInt());
         return QAccessibleWidget::text(t);
     }
 
-    QVariant currentValue() const override { return bar()->ProgressValue(); }
+    QVariant currentValue() const override
+    {
+        if constexpr (std::is_same_v<Control, PictureBox>)
+            return control()->ProgressValue();
+        return 0;
+    }
     void setCurrentValue(const QVariant&) override {} // shown, never set by the user
     QVariant maximumValue() const override { return 100; }
     QVariant minimumValue() const override { return 0; }
     QVariant minimumStepSize() const override { return 1; }
 
 private:
-    PictureBox* bar() const { return static_cast<PictureBox*>(widget()); }
+    Control* control() const { return static_cast<Control*>(widget()); }
 };
 
 // A frame gives its controls in the order a reader takes them in: by their
@@ -103,15 +120,10 @@ QAccessibleInterface* Factory(const QString& className, QObject* object)
         return FlexGridAccessibleInterface(static_cast<MSFlexGrid*>(object));
     if (className == QLatin1String("tessaly::Frame"))
         return new AccessibleFrame(static_cast<QWidget*>(object));
-    if (className == QLatin1String("tessaly::PictureBox")) {
-        auto* box = static_cast<PictureBox*>(object);
-        if (box->Role() == PictureRole::Button)
-            return new AccessibleButton(box);
-        if (box->Role() == PictureRole::ProgressBar)
-            return new AccessibleProgress(box);
-    }
-    if (className == QLatin1String("tessaly::Image") && static_cast<Image*>(object)->Role() == PictureRole::Button)
-        return new AccessibleButton(static_cast<QWidget*>(object));
+    if (className == QLatin1String("tessaly::PictureBox"))
+        return new AccessiblePicture<PictureBox>(static_cast<PictureBox*>(object));
+    if (className == QLatin1String("tessaly::Image"))
+        return new AccessiblePicture<Image>(static_cast<Image*>(object));
     return nullptr;
 }
 

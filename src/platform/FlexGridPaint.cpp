@@ -135,7 +135,9 @@ void MSFlexGrid::CoverCurrentCell(QWidget& editor)
     m_editorRow = m_row;
     m_editorCol = m_col;
     editor.installEventFilter(this);
+    // A list is read by its choice: the description tells what it is for.
     editor.setAccessibleName(CellName(m_row, m_col));
+    editor.setAccessibleDescription(CellName(m_row, m_col));
     updateCell(m_row, m_col);
 }
 
