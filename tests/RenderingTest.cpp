@@ -46,7 +46,6 @@ TEST(Rendering, GridLinesFillTheirDevicePixelsWholeAtEveryRatio)
     grid.setBackColorFixed(Qt::white);
     grid.resize(300, 200);
     grid.show();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&grid));
     const QColor paper(Qt::white), line(Qt::blue);
     for (const qreal ratio : {1.0, 1.5, 2.0}) {
         SCOPED_TRACE(ratio);
@@ -65,11 +64,8 @@ TEST(Rendering, GridLinesFillTheirDevicePixelsWholeAtEveryRatio)
             EXPECT_LE(run, int(std::ceil(ratio))) << x;
         }
         // Down column 1, the same for the row lines.
-        const int x = int(96 * ratio);
-        for (int yy = 0; yy < int(6 * 16 * ratio); ++yy) {
-            const QColor pixel = image.pixelColor(x, yy);
-            ASSERT_TRUE(pixel == paper || pixel == line) << "device row " << yy << ": " << qPrintable(pixel.name());
-        }
+        for (int yy = 0; yy < int(6 * 16 * ratio); ++yy)
+            ASSERT_TRUE(image.pixelColor(int(96 * ratio), yy) == paper || image.pixelColor(int(96 * ratio), yy) == line) << yy;
     }
 }
 
@@ -81,11 +77,10 @@ TEST(Rendering, CutCellTextIsWholeInItsTooltipAndToScreenReaders)
     const QString url = QStringLiteral("http://mms.example.com/servlets/mms?carrier=halvane&profile=1");
     grid.setTextMatrix(1, 1, url);
     grid.setTextMatrix(2, 1, QStringLiteral("short"));
-    grid.resize(300, 200);
     grid.show();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&grid));
     const auto tip = [&](int row) {
-        QHelpEvent help(QEvent::ToolTip, QPoint(64 + 32, 16 * row + 8), grid.viewport()->mapToGlobal(QPoint(96, 16 * row + 8)));
+        const QPoint at(96, 16 * row + 8); // column 1 of that row
+        QHelpEvent help(QEvent::ToolTip, at, grid.viewport()->mapToGlobal(at));
         QApplication::sendEvent(grid.viewport(), &help);
         return QToolTip::isVisible() ? QToolTip::text() : QString();
     };
@@ -131,7 +126,7 @@ TEST_F(PanelRenderingTest, TreeRowsHoldTheirTextAndTheFullTreeFits)
         EXPECT_GE(row.height(), std::max(ink.height(), metrics.height()) + 2) << qPrintable((*it)->text(0));
         bottom = std::max(bottom, row.bottom());
     }
-    EXPECT_EQ(tree->topLevelItemCount() + 6, 20);
+    ASSERT_EQ(tree->topLevelItemCount() + 6, 20);
     EXPECT_LT(bottom, tree->viewport()->height());
 }
 
@@ -157,8 +152,7 @@ TEST_F(PanelRenderingTest, ModelLabelStaysWholeInTheLayoutFaceAndInTheFallback)
     label->setCaption(QStringLiteral("Halvane SIM-800  (COM7)"));
     for (const char* face : {"Tahoma", "DejaVu Sans"}) {
         label->setFontName(QLatin1String(face));
-        const QRect ink = Ink(Drawn(*label));
-        ASSERT_FALSE(ink.isEmpty()) << face;
+        const QRect ink = Ink(Drawn(*label)); // none at all fails too
         EXPECT_GT(ink.left(), 0) << face;
         EXPECT_LT(ink.right(), label->width() - 1) << face;
     }
