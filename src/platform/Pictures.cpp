@@ -157,7 +157,8 @@ Image::Image(QWidget* parent)
 void Image::setRole(PictureRole role)
 {
     m_role = role == PictureRole::Button ? role : PictureRole::Picture;
-    setFocusPolicy(m_role == PictureRole::Button ? Qt::StrongFocus : Qt::NoFocus);
+    // By Tab only: a click on an image leaves the focus where it was.
+    setFocusPolicy(m_role == PictureRole::Button ? Qt::TabFocus : Qt::NoFocus);
 }
 
 void Image::setPicture(const QPixmap& picture)
