@@ -90,12 +90,9 @@ TEST(FlexGridErrors, BadRowsColumnsAndCountsChangeNothing)
     EXPECT_EQ(errorOf([&] { grid.setRows(350000 / 3 + 1); }), tessaly::errGridTooManyCells); // 350,000 cells at most
 
     EXPECT_EQ(changes.count(), 0);
-    EXPECT_EQ(grid.Rows(), 3);
-    EXPECT_EQ(grid.Row(), 1);
-    EXPECT_EQ(grid.Col(), 0);
+    EXPECT_EQ(QRect(grid.Col(), grid.Row(), grid.Cols(), grid.Rows()), QRect(0, 1, 3, 3));
     EXPECT_EQ(grid.TextMatrix(1, 1), QStringLiteral("x"));
-    EXPECT_EQ(grid.RowHeight(2), 300);
-    EXPECT_EQ(grid.ColWidth(2), 300);
+    EXPECT_EQ(QSize(grid.ColWidth(2), grid.RowHeight(2)), QSize(300, 300));
 }
 
 TEST(FlexGridCurrentCell, RowColChangeOncePerRealChange)
@@ -132,8 +129,7 @@ TEST(FlexGridScroll, TopRowAndLeftColAreClampedAndRaiseScrollOnChange)
     grid.setTopRow(1);
     grid.setTopRow(0);
     grid.setLeftCol(-3);
-    EXPECT_EQ(grid.TopRow(), 1);
-    EXPECT_EQ(grid.LeftCol(), 0);
+    EXPECT_EQ(QPoint(grid.LeftCol(), grid.TopRow()), QPoint(0, 1));
     EXPECT_EQ(scrolls.count(), 0);
 
     grid.setTopRow(5);
@@ -153,8 +149,7 @@ TEST(FlexGridScroll, TopRowAndLeftColAreClampedAndRaiseScrollOnChange)
     // Setting the current cell by code does not scroll.
     grid.setRow(45);
     grid.setCol(0);
-    EXPECT_EQ(grid.TopRow(), 8);
-    EXPECT_EQ(scrolls.count(), 4);
+    EXPECT_EQ(QPoint(scrolls.count(), grid.TopRow()), QPoint(4, 8));
 }
 
 // The Cell... rectangle is where the cell is painted, scrolled or not.

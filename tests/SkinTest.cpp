@@ -112,15 +112,9 @@ TEST_F(SkinShownTest, StoreHoldsItsBitmapsAndStartUpHandsThemOut)
             EXPECT_EQ(holder->Picture().cacheKey(), art.cacheKey()) << name << ": decoded once and shared";
         }
     }
-    EXPECT_EQ(p.picCommand(0)->Picture().cacheKey(), p.imageReadIdle->Picture().cacheKey());
-    EXPECT_EQ(p.picCommand(1)->Picture().cacheKey(), p.imageWriteDim->Picture().cacheKey());
     EXPECT_EQ(p.picCommand(2)->Picture().cacheKey(), p.imageExitIdle->Picture().cacheKey());
-    EXPECT_EQ(p.picCommand(3)->Picture().cacheKey(), p.imageUndoIdle->Picture().cacheKey());
     EXPECT_EQ(p.imgDataBack->Picture().cacheKey(), p.imageBasicInfo2->Picture().cacheKey());
-    EXPECT_EQ(p.imgWndMin->Picture().cacheKey(), p.imageMinize->Picture().cacheKey());
     EXPECT_EQ(p.imgWndClose->Picture().cacheKey(), p.imageClose->Picture().cacheKey());
-    EXPECT_EQ(p.imgMIPProfile->property("Picture").value<QPixmap>().deviceIndependentSize(), QSizeF(450, 467));
-    EXPECT_EQ(p.pbProgressBg->property("Picture").value<QPixmap>().deviceIndependentSize(), QSizeF(173, 18));
 }
 
 TEST_F(SkinShownTest, PanelDrawsItsBackgroundAtTheScreensPixelRatio)

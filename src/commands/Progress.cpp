@@ -102,6 +102,7 @@ void Panel::DrawProgressState()
         lblPercent->setCaption(percentage == 100 ? QStringLiteral("Complete")
                                                  : QString::number(percentage) + QStringLiteral(" %"));
         lblPercent->Refresh();
+        pbProgressBg->setProgressValue(percentage);
     });
 }
 

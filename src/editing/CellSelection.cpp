@@ -106,6 +106,7 @@ void Panel::SetComboOrTextBox(int16_t Index)
             box->setHeight(float(grid->CellHeight() - 100));
             box->setMaxLength(int(attr.FormatType.size()));
             box->setText(text);
+            grid->CoverCurrentCell(*box);
             WatchEditorsClosing(Index);
             box->SetFocus();
             return;
@@ -123,6 +124,7 @@ void Panel::SetComboOrTextBox(int16_t Index)
         combo->setTop(top);
         combo->setLeft(left);
         combo->setWidth(float(grid->CellWidth()));
+        grid->CoverCurrentCell(*combo);
         if (selected == -1)
             combo->AddItem(text); // the cell's own value, offered but not chosen
         else

@@ -95,6 +95,9 @@ void frmMsgBox::setVisible(bool visible)
 void frmMsgBox::Form_Load()
 {
     lblMessage->setCaption(g_strMessage);
+    // The label shows what fits it; the whole message is always at hand.
+    setToolTip(g_strMessage);
+    setAccessibleDescription(g_strMessage);
     SetRoundRegion();
     // Key preview: the form sees every key before the control that has it.
     installEventFilter(this);

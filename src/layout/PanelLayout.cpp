@@ -65,7 +65,22 @@ PictureBox* PlaceButton(QWidget* container, int left, int top, int width, int he
 {
     auto* button = Place<PictureBox>(container, "picCommand", left, top, width, height);
     button->setAccessibleName(command);
+    button->setRole(PictureRole::Button);
     return button;
+}
+
+// The caption of a value box of the basic information page, left of the box
+// on the page's background, and the box's name for screen readers.
+void PlaceCaption(QWidget* container, TextBox* box, const QString& caption)
+{
+    auto* label = new Label(container);
+    label->setObjectName(QStringLiteral("lbl") + box->objectName().mid(3)); // txtESN: lblESN
+    label->Move(540, box->Top(), 1980, box->Height());
+    label->setCaption(caption);
+    label->setFont(LayoutFont(Tahoma, 8.25, true));
+    label->setForeColor(QColor(0x1E, 0x28, 0x32));
+    label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    label->setBuddy(box);
 }
 
 // The panel draws the same whatever the desktop's colour scheme: the system
@@ -124,8 +139,10 @@ void Panel::BuildLayout()
     Shape1->setFillColor(QColor(0xFA, 0xFA, 0xFA));
     imgWndMin = Place<Image>(panel, "imgWndMin", 10020, 120, 255, 255);
     imgWndMin->setAccessibleName(QStringLiteral("Minimize"));
+    imgWndMin->setRole(PictureRole::Button);
     imgWndClose = Place<Image>(panel, "imgWndClose", 10320, 120, 255, 255);
     imgWndClose->setAccessibleName(QStringLiteral("Close"));
+    imgWndClose->setRole(PictureRole::Button);
     lblTitle = PlaceLabel(panel, "lblTitle", 630, 120, 9255, 375, QStringLiteral("Orven Tessaly"));
     lblDataTitle = PlaceLabel(panel, "lblDataTitle", 4015, 645, 4095, 495, QStringLiteral("Basic Information"));
     lblDataTitle->setForeColor(QColor(0xFF, 0xD9, 0x4F));
@@ -148,6 +165,12 @@ void Panel::BuildLayout()
     txtWarrantyDate = PlaceInfoBox(fraBasicInfo, "txtWarrantyDate", 1320);
     txtPhoneSWVer = PlaceInfoBox(fraBasicInfo, "txtPhoneSWVer", 840);
     txtESN = PlaceInfoBox(fraBasicInfo, "txtESN", 1800);
+    PlaceCaption(fraBasicInfo, txtPhoneSWVer, QStringLiteral("Phone S/W Version"));
+    PlaceCaption(fraBasicInfo, txtWarrantyDate, QStringLiteral("Warranty Date"));
+    PlaceCaption(fraBasicInfo, txtESN, QStringLiteral("ESN"));
+    PlaceCaption(fraBasicInfo, txtMEID, QStringLiteral("MEID"));
+    PlaceCaption(fraBasicInfo, txtLifeTimer, QStringLiteral("Life Timer"));
+    PlaceCaption(fraBasicInfo, txtLifeCnt, QStringLiteral("Life Count"));
 
     Frame* page0 = Place<Frame>(panel, "fraFlexGrid", 11040, 600, 2775, 2175);
     page0->setBackColor(QColor(0xFF, 0xFF, 0xC0));
@@ -190,6 +213,7 @@ void Panel::BuildLayout()
     }
     cmbProfileCount = Place<ComboBox>(fraMIPProfile, "cmbProfileCount", 4200, 1440, 1215, 360);
     cmbProfileCount->setFont(LayoutFont(Gulim, 9));
+    Label1->setBuddy(cmbProfileCount);
 
     auto* restore = PlaceButton(panel, 8840, 680, 1670, 375, QStringLiteral("Restore"));
     restore->setPicture(SkinPicture(QStringLiteral("imageUndoIdle")));
@@ -198,6 +222,8 @@ void Panel::BuildLayout()
     pbProgressBg = Place<PictureBox>(panel, "pbProgressBg", 480, 7080, 2535, 255);
     pbProgressBg->setPicture(SkinPicture(pbProgressBg->objectName()));
     pbProgressBg->setFocusPolicy(Qt::NoFocus);
+    pbProgressBg->setRole(PictureRole::ProgressBar);
+    pbProgressBg->setAccessibleName(QStringLiteral("Progress"));
     pbProgress = Place<PictureBox>(panel, "pbProgress", 480, 8880, 2535, 255);
     pbProgress->setPicture(SkinPicture(pbProgress->objectName()));
     pbProgress->setFocusPolicy(Qt::NoFocus);
@@ -217,6 +243,9 @@ void Panel::BuildLayout()
     };
     for (qsizetype i = 1; i < tabOrder.size(); ++i)
         QWidget::setTabOrder(tabOrder[i - 1], tabOrder[i]);
+    // The window's two buttons, which have no tab index, come last.
+    QWidget::setTabOrder(tabOrder.last(), imgWndMin);
+    QWidget::setTabOrder(imgWndMin, imgWndClose);
 }
 
 } // namespace tessaly

@@ -63,6 +63,8 @@ void Panel::OrvenTreeView1_Click()
             if (page == -1)
                 page = FindAddedTabByName(text);
             if (page != -1)
+                MSFlexGrid1(page)->setAccessibleName(text);
+            if (page != -1)
                 SetFraFlexGridVisible(page, true);
         }
 

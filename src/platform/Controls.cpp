@@ -1,6 +1,8 @@
 #include "platform/Controls.h"
 
+#include "platform/Accessibility.h"
 #include "platform/MouseEvents.h"
+#include "platform/PixelFrame.h"
 #include "platform/VirtualKey.h"
 
 #include <QPaintEvent>
@@ -40,6 +42,7 @@ Frame::Frame(QWidget* parent)
     : FormControl(parent)
 {
     setFrameShape(QFrame::NoFrame);
+    InstallAccessibleInterfaces();
 }
 
 void Frame::CopyFrom(const Frame& model)
@@ -116,8 +119,7 @@ void TextBox::paintEvent(QPaintEvent* event)
     QLineEdit::paintEvent(event);
     if (m_flatBorder.isValid()) {
         QPainter painter(this);
-        painter.setPen(m_flatBorder);
-        painter.drawRect(rect().adjusted(0, 0, -1, -1));
+        FillFrame(painter, rect(), m_flatBorder);
     }
 }
 

@@ -36,6 +36,10 @@ private:
 };
 
 // A caption; transparent over its container unless given a back colour.
+// A caption is never cut by the label's edges: one line wider than the label
+// is drawn in a smaller size until it fits, and a wrapped caption taller than
+// the label shows the whole lines that fit, the last one ending in an
+// ellipsis where text was left out.
 class Label : public FormControl<QLabel> {
     Q_OBJECT
     Q_PROPERTY(QString Caption READ Caption WRITE setCaption)
@@ -55,6 +59,7 @@ protected:
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
 };
 
 // A one-line text box. Its key and focus events are the platform's: KeyDown

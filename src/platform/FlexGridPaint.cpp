@@ -1,5 +1,6 @@
 // Painting of the grid: only the cells that meet the dirty rectangle.
 #include "platform/MSFlexGrid.h"
+#include "platform/PixelFrame.h"
 
 #include <QPaintEvent>
 #include <QPainter>
@@ -10,8 +11,6 @@
 namespace tessaly {
 
 namespace {
-
-constexpr int TextMargin = 2; // pixels between a cell's edge and its text
 
 // Qt alignment flags for an Alignment value: value / 3 is left, centre or
 // right, value % 3 top, centre or bottom. General puts numbers to the right.
@@ -62,7 +61,9 @@ void MSFlexGrid::paintEvent(QPaintEvent* event)
 
 // Cells first, then the lines between them: one line a row at its bottom
 // edge and one a column at its right edge, in the colour of the fixed row or
-// of the others.
+// of the others. Lines are filled as rectangles one pixel wide, which cover
+// exactly the pixels the cells leave them at any device pixel ratio; a pen
+// would straddle the pixel's edge there and leave half of it unpainted.
 void MSFlexGrid::paintRows(QPainter& painter, int firstRow, int lastRow, int firstCol, int lastCol) const
 {
     const bool fixed = firstRow == 0;
@@ -71,7 +72,7 @@ void MSFlexGrid::paintRows(QPainter& painter, int firstRow, int lastRow, int fir
     const int left = colLeft(firstCol);
     int bottom = top;
     int right = left;
-    QVarLengthArray<QLine, 64> edges;
+    QVarLengthArray<QRect, 64> edges;
     for (int row = firstRow; row <= lastRow; ++row) {
         right = left;
         const int height = m_rowHeight[size_t(row)];
@@ -82,16 +83,17 @@ void MSFlexGrid::paintRows(QPainter& painter, int firstRow, int lastRow, int fir
         }
         bottom += height;
         if (lines)
-            edges.append(QLine(left, bottom - 1, right - 1, bottom - 1));
+            edges.append(QRect(left, bottom - 1, right - left, 1));
     }
     if (!lines)
         return;
     for (int col = firstCol, x = left; col <= lastCol; ++col) {
         x += m_colWidth[size_t(col)];
-        edges.append(QLine(x - 1, top, x - 1, bottom - 1));
+        edges.append(QRect(x - 1, top, 1, bottom - top));
     }
-    painter.setPen(fixed ? m_gridColorFixed : m_gridColor);
-    painter.drawLines(edges.constData(), int(edges.size()));
+    const QColor color = fixed ? m_gridColorFixed : m_gridColor;
+    for (const QRect& edge : edges)
+        painter.fillRect(edge, color);
 }
 
 void MSFlexGrid::paintCell(QPainter& painter, int row, int col, const QRect& rect, bool lines) const
@@ -104,13 +106,10 @@ void MSFlexGrid::paintCell(QPainter& painter, int row, int col, const QRect& rec
     painter.fillRect(inside, back);
 
     const QString& text = m_text[size_t(cellIndex(row, col))];
-    if (text.isEmpty() || inside.isEmpty())
+    if (text.isEmpty() || inside.isEmpty() || covered(row, col))
         return;
-    if (painter.font().bold() != style.bold) {
-        QFont f = font();
-        f.setBold(style.bold);
-        painter.setFont(f);
-    }
+    if (painter.font().bold() != style.bold)
+        painter.setFont(cellFont(row, col));
     const int fixedAlignment = fixed ? m_fixedAlignment[size_t(col)] : -1;
     const int alignment = fixedAlignment >= 0 ? fixedAlignment : style.alignment;
     painter.setPen(style.hasFore ? QColor::fromRgba(style.fore) : fixed ? m_foreColorFixed : m_foreColor);
@@ -119,6 +118,41 @@ void MSFlexGrid::paintCell(QPainter& painter, int row, int col, const QRect& rec
     painter.drawText(inside.adjusted(TextMargin, 0, -TextMargin, 0),
                      int(alignmentFlags(alignment, text)) | Qt::TextDontClip, text);
     painter.restore();
+}
+
+QFont MSFlexGrid::cellFont(int row, int col) const
+{
+    QFont f = font();
+    f.setBold(m_styles[size_t(cellIndex(row, col))].bold);
+    return f;
+}
+
+void MSFlexGrid::CoverCurrentCell(QWidget& editor)
+{
+    if (m_editor)
+        m_editor->removeEventFilter(this);
+    m_editor = &editor;
+    m_editorRow = m_row;
+    m_editorCol = m_col;
+    editor.installEventFilter(this);
+    // A list is read by its choice: the description tells what it is for.
+    editor.setAccessibleName(CellName(m_row, m_col));
+    editor.setAccessibleDescription(CellName(m_row, m_col));
+    updateCell(m_row, m_col);
+}
+
+bool MSFlexGrid::covered(int row, int col) const
+{
+    return row == m_editorRow && col == m_editorCol && m_editor && m_editor->isVisible();
+}
+
+// The covered cell shows its text again once its editor is hidden.
+bool MSFlexGrid::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched == m_editor && (event->type() == QEvent::Hide || event->type() == QEvent::Show)
+        && m_editorRow < m_rows && m_editorCol < m_cols)
+        updateCell(m_editorRow, m_editorCol);
+    return QAbstractScrollArea::eventFilter(watched, event);
 }
 
 void MSFlexGrid::paintFocus(QPainter& painter) const
@@ -131,10 +165,7 @@ void MSFlexGrid::paintFocus(QPainter& painter) const
         return;
     // A row scrolled off upwards would show through the title row.
     painter.setClipRect(QRect(0, m_rowHeight[0], viewport()->width(), viewport()->height()));
-    painter.setPen(Qt::black);
-    painter.setBrush(Qt::NoBrush);
-    // A 1-pixel outline: drawRect strokes one pixel beyond width and height.
-    painter.drawRect(inside.adjusted(0, 0, -1, -1));
+    FillFrame(painter, inside, Qt::black);
 }
 
 } // namespace tessaly

@@ -3,6 +3,7 @@
 // FlexGridInput.cpp.
 #include "platform/MSFlexGrid.h"
 
+#include "platform/Accessibility.h"
 #include "platform/FlatScrollBar.h"
 
 #include <QScopedValueRollback>
@@ -45,6 +46,7 @@ MSFlexGrid::MSFlexGrid(QWidget* parent)
     verticalScrollBar()->setSingleStep(1);
     // paintEvent covers every pixel of the viewport.
     viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
+    InstallAccessibleInterfaces();
     reshape(2, 2);
 }
 
@@ -147,6 +149,7 @@ void MSFlexGrid::setCurrentCell(int row, int col)
     const int oldCol = std::exchange(m_col, col);
     updateCell(oldRow, oldCol);
     updateCell(row, col);
+    TellCurrentCell(*this, row * m_cols + col);
     emit RowColChange();
 }
 

@@ -8,6 +8,7 @@
 
 #include <QAbstractScrollArea>
 #include <QColor>
+#include <QPointer>
 #include <QString>
 
 #include <cstdint>
@@ -97,6 +98,18 @@ public:
     Q_INVOKABLE int FixedAlignment(int col) const;
     Q_INVOKABLE void setFixedAlignment(int col, int alignment);
 
+    // An editor has been laid over the current cell. While it is on view the
+    // grid leaves that cell's text undrawn, so that a value is not seen twice
+    // where the editor is lower than the cell, and the editor bears the
+    // cell's name for screen readers.
+    void CoverCurrentCell(QWidget& editor);
+    // What a cell stands for: the title of its row in column 0, followed by
+    // its column's title when the grid has more than one value column.
+    QString CellName(int row, int col) const;
+    // Whether a cell's text is wider than the cell shows; such a cell gives
+    // its whole text as a tooltip.
+    bool CellTextCut(int row, int col) const;
+
     // Geometry of the current cell, in twips from the grid's own top left.
     int CellLeft() const;
     int CellTop() const;
@@ -147,6 +160,8 @@ signals:
     void KeyUp(int KeyCode, int Shift);
 
 protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    bool viewportEvent(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
@@ -157,6 +172,11 @@ protected:
     void scrollContentsBy(int dx, int dy) override;
 
 private:
+    friend class FlexGridAccessible;
+    friend class FlexGridCellAccessible;
+
+    static constexpr int TextMargin = 2; // pixels between a cell's edge and its text
+
     struct CellStyle {
         QRgb back = 0;
         QRgb fore = 0;
@@ -197,6 +217,8 @@ private:
     void paintRows(QPainter& painter, int firstRow, int lastRow, int firstCol, int lastCol) const;
     void paintCell(QPainter& painter, int row, int col, const QRect& rect, bool lines) const;
     void paintFocus(QPainter& painter) const;
+    QFont cellFont(int row, int col) const;
+    bool covered(int row, int col) const;
 
     int m_rows = 0;
     int m_cols = 0;
@@ -205,6 +227,9 @@ private:
     int m_topRow = 1;
     int m_leftCol = 0;
     bool m_syncingScrollBars = false;
+    QPointer<QWidget> m_editor; // the editor over m_editorRow, m_editorCol
+    int m_editorRow = -1;
+    int m_editorCol = -1;
 
     std::vector<QString> m_text;      // m_rows * m_cols, row after row
     std::vector<CellStyle> m_styles;  // same shape

@@ -2,9 +2,31 @@
 
 #include <QHeaderView>
 #include <QMouseEvent>
+#include <QStyledItemDelegate>
 #include <QTreeWidgetItemIterator>
 
 namespace tessaly {
+
+namespace {
+
+// Rows as tall as the ink of the font's letters, ascenders to descenders,
+// with a pixel to spare above and below: a face whose stated height is less
+// than its ink would otherwise have the selection bar cut its descenders.
+class NodeDelegate : public QStyledItemDelegate {
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override
+    {
+        QSize size = QStyledItemDelegate::sizeHint(option, index);
+        const QFontMetrics metrics(option.font);
+        const int ink = metrics.boundingRect(QStringLiteral("Sybdfghjklpq|()")).height();
+        size.setHeight(std::max(size.height(), std::max(ink, metrics.height()) + 3));
+        return size;
+    }
+};
+
+} // namespace
 
 OrvenTreeView::OrvenTreeView(QWidget* parent)
     : FormControl(parent)
@@ -14,6 +36,7 @@ OrvenTreeView::OrvenTreeView(QWidget* parent)
     setSelectionMode(QAbstractItemView::SingleSelection);
     setRootIsDecorated(true);
     setUniformRowHeights(true);
+    setItemDelegate(new NodeDelegate(this));
 }
 
 void OrvenTreeView::AddRootNode(const QString& text)

@@ -1,5 +1,5 @@
 // The backgrounds of the two pages that are not grids: the basic
-// information page, whose captions stand left of its six value boxes, and
+// information page, with the frames of its six value boxes, and
 // the Mobile IP page, with a group for the profile choices and one for
 // their count.
 #include "Art.h"
@@ -20,11 +20,9 @@ void PaintBasicInformation(QPainter& painter)
     painter.fillRect(QRect(QPoint(0, 0), PageSize), Sheet);
     PaintPageHeading(painter, QPoint(Left, 12), Width, QStringLiteral("Handset Details"));
     PaintGroup(painter, QRect(Left, 42, Width, 209));
-    const char* const captions[] = {"Phone S/W Version", "Warranty Date", "ESN", "MEID", "Life Timer", "Life Count"};
+    // The captions left of the boxes are labels of the page, drawn over it.
     for (int row = 0; row < 6; ++row) {
         const QRect box(184, 56 + 32 * row, 189, 20); // the value box, which fills itself
-        DrawText(painter, QRectF(Left + 8, box.top(), box.left() - 8 - Left - 8, box.height()),
-                 Qt::AlignRight | Qt::AlignVCenter, QLatin1String(captions[row]), SkinFont(11), Ink);
         painter.setPen(QColor(0xD3, 0xC3, 0x84));
         painter.setBrush(Qt::NoBrush);
         painter.drawRect(QRectF(box).adjusted(-0.5, -0.5, 0.5, 0.5));

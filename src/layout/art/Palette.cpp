@@ -1,12 +1,15 @@
 #include "Palette.h"
 
+#include "layout/LayoutFonts.h"
+
 #include <QPainter>
 
 namespace tessaly::art {
 
 QFont SkinFont(int pixels, bool bold)
 {
-    QFont font(QStringLiteral("DejaVu Sans"));
+    LoadLayoutFonts();
+    QFont font(tessaly::Tahoma);
     font.setPixelSize(pixels);
     font.setBold(bold);
     return font;

@@ -34,7 +34,8 @@ inline const QColor AmberDark{0xA9, 0x74, 0x0C};
 inline const QColor Ink{0x1E, 0x28, 0x32};
 inline const QColor InkMuted{0x9A, 0xA1, 0xA9};
 
-// DejaVu Sans, which every Debian system has, at a size in pixels.
+// The layout's typeface, Tahoma, at a size in pixels: captions drawn into the
+// bitmaps match the live text beside them.
 QFont SkinFont(int pixels, bool bold = true);
 
 // A top-to-bottom blend over the rows top to bottom; rows beyond keep the

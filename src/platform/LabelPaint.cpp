@@ -1,0 +1,78 @@
+// How a label draws a caption that does not fit it: a single line shrinks,
+// wrapped lines stop at the last whole line that fits.
+#include "platform/Controls.h"
+
+#include <QPainter>
+#include <QTextLayout>
+
+namespace tessaly {
+
+namespace {
+
+// The caption's font, made smaller in steps of a quarter point until one
+// line of `text` is no wider than `width`; never below 6 points.
+QFont ShrunkToFit(QFont font, const QString& text, int width)
+{
+    while (QFontMetrics(font).horizontalAdvance(text) > width && font.pointSizeF() > 6)
+        font.setPointSizeF(font.pointSizeF() - 0.25);
+    return font;
+}
+
+// Draws the whole lines of wrapped `text` that fit `box`; the last of them
+// ends in an ellipsis when more text follows.
+void DrawWholeLines(QPainter& painter, const QRect& box, const QString& text, Qt::Alignment alignment)
+{
+    const QFontMetrics metrics(painter.font());
+    QTextLayout layout(text, painter.font());
+    QTextOption option(alignment);
+    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    layout.setTextOption(option);
+    layout.beginLayout();
+    QList<std::pair<int, int>> lines; // start and length of each line that fits
+    qreal y = 0;
+    bool more = false;
+    for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
+        line.setLineWidth(box.width());
+        if (y + line.height() > box.height()) {
+            more = true;
+            break;
+        }
+        lines.append({line.textStart(), line.textLength()});
+        y += line.height();
+    }
+    layout.endLayout();
+    const int flags = int(alignment & Qt::AlignHorizontal_Mask) | Qt::AlignTop;
+    for (qsizetype i = 0; i < lines.size(); ++i) {
+        QString line = text.mid(lines[i].first, lines[i].second).trimmed();
+        if (more && i == lines.size() - 1)
+            line = metrics.elidedText(line + QChar(0x2026), Qt::ElideRight, box.width());
+        painter.drawText(QRect(box.left(), box.top() + int(i) * metrics.lineSpacing(), box.width(), metrics.lineSpacing()),
+                         flags, line);
+    }
+}
+
+} // namespace
+
+void Label::paintEvent(QPaintEvent* event)
+{
+    const QString text = Caption();
+    const QRect box = contentsRect();
+    const QFontMetrics metrics(font());
+    const bool wide = !wordWrap() && metrics.horizontalAdvance(text) > box.width();
+    const bool tall = wordWrap() && metrics.boundingRect(box, Qt::TextWordWrap, text).height() > box.height();
+    if (textFormat() == Qt::RichText || (!wide && !tall)) {
+        QLabel::paintEvent(event);
+        return;
+    }
+    QPainter painter(this);
+    painter.setPen(palette().color(QPalette::WindowText));
+    if (wide) {
+        painter.setFont(ShrunkToFit(font(), text, box.width()));
+        painter.drawText(box, int(alignment()), text);
+    } else {
+        painter.setFont(font());
+        DrawWholeLines(painter, box, text, alignment());
+    }
+}
+
+} // namespace tessaly

@@ -1,0 +1,150 @@
+// The panel as a screen reader finds it, through Qt's accessibility tree:
+// buttons that can be pressed, the grid as a table with its titles, names for
+// editors and values, the progress bar's value and the profiles in order.
+#include "support/PanelFixture.h"
+
+#include <QAccessible>
+#include <QAccessibleValueInterface>
+#include <QSignalSpy>
+
+using namespace tessaly;
+
+namespace {
+
+class AccessibilityTest : public PanelFixture {
+protected:
+    static QAccessibleInterface* of(QObject* object) { return QAccessible::queryAccessibleInterface(object); }
+
+    // Shows page 1 ("General") with a text item and a list item.
+    void fillGeneral()
+    {
+        host->SetNVFieldItemCount(1, 2);
+        for (const auto& [row, title, value, list] : {std::tuple{1, "Banner", "Halvane", ""}, {2, "Key Beep", "On", "On|Off"}}) {
+            host->AddItemToGrid2(1, {}, false, {}, QLatin1String(title), row, 0);
+            host->AddItemToGrd(1, QStringLiteral("########"), false, false, QLatin1String(list), QLatin1String(value), row, 1);
+        }
+        clickNode(QStringLiteral("General"));
+    }
+
+    void doubleClickCell(MSFlexGrid* g, int row)
+    {
+        const QRect cell = of(g)->child(row * g->Cols() + 1)->rect();
+        QTest::mouseDClick(g->viewport(), Qt::LeftButton, {}, g->viewport()->mapFromGlobal(cell.center()));
+    }
+};
+
+} // namespace
+
+TEST_F(AccessibilityTest, CommandAndWindowButtonsArePressedByActionSpaceAndReturn)
+{
+    Panel& p = panel();
+    const std::pair<QWidget*, const char*> buttons[] = {
+        {p.picCommand(0), "NV Read"}, {p.picCommand(1), "NV Write"}, {p.picCommand(2), "Exit"},
+        {p.picCommand(3), "Restore"}, {p.imgWndMin, "Minimize"}, {p.imgWndClose, "Close"},
+    };
+    QList<QWidget*> reached; // by Tab from the tree, round the whole chain
+    ASSERT_TRUE(QTest::qWaitForWindowActive(host.get()));
+    p.OrvenTreeView1->setFocus();
+    for (int i = 0; i < 40; ++i) {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        reached << QApplication::focusWidget();
+    }
+    for (const auto& [button, name] : buttons) {
+        QAccessibleInterface* face = of(button);
+        EXPECT_EQ(face->text(QAccessible::Name), QLatin1String(name));
+        EXPECT_EQ(face->role(), QAccessible::Button) << name;
+        EXPECT_TRUE(face->actionInterface()->actionNames().contains(QAccessibleActionInterface::pressAction())) << name;
+        EXPECT_TRUE(reached.contains(button)) << name;
+    }
+
+    // Each way of pressing raises Click once, which the panel handles as a
+    // click (NV Write before a read: the bar dims and comes back); a held key
+    // does not repeat it, and a button the panel has disabled cannot be pressed.
+    PictureBox* write = p.picCommand(1);
+    QSignalSpy clicks(write, &PictureBox::Click);
+    write->setFocus();
+    QTest::keyClick(write, Qt::Key_Space);
+    QTest::keyClick(write, Qt::Key_Return);
+    QTest::keyPress(write, Qt::Key_Space, {}, -1);
+    QKeyEvent repeat(QEvent::KeyPress, Qt::Key_Space, {}, QStringLiteral(" "), true);
+    QApplication::sendEvent(write, &repeat);
+    of(write)->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    write->setEnabled(false);
+    of(write)->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    EXPECT_EQ(clicks.count(), 4);
+}
+
+TEST_F(AccessibilityTest, GridIsATableOfItsValuesWithItemAndColumnTitles)
+{
+    fillGeneral();
+    MSFlexGrid* g = grid(1);
+    QAccessibleInterface* table = of(g);
+    ASSERT_EQ(table->role(), QAccessible::Table);
+    EXPECT_EQ(table->text(QAccessible::Name), QStringLiteral("General"));
+    QAccessibleTableInterface* cells = table->tableInterface();
+    ASSERT_NE(cells, nullptr);
+    EXPECT_EQ(cells->rowCount(), 2);
+    EXPECT_EQ(cells->columnCount(), g->Cols() - 1);
+
+    QAccessibleInterface* beep = cells->cellAt(1, 0);
+    EXPECT_EQ(beep->role(), QAccessible::Cell);
+    EXPECT_EQ(beep->text(QAccessible::Value), QStringLiteral("On"));
+    QAccessibleTableCellInterface* place = beep->tableCellInterface();
+    EXPECT_EQ(place->rowHeaderCells().value(0)->text(QAccessible::Name), QStringLiteral("Key Beep"));
+    EXPECT_EQ(place->columnHeaderCells().value(0)->text(QAccessible::Name), g->TextMatrix(0, 1));
+    EXPECT_EQ(table->child(table->indexOfChild(beep)), beep);
+    EXPECT_EQ(table->childAt(beep->rect().center().x(), beep->rect().center().y()), beep);
+
+    // The current cell is the one selected, and has the focus with the grid.
+    g->setCol(1);
+    g->setRow(2);
+    g->setFocus();
+    EXPECT_TRUE(beep->state().focused && beep->state().selected);
+    EXPECT_EQ(table->focusChild(), beep);
+}
+
+TEST_F(AccessibilityTest, EditorsValuesAndListsAreNamedAfterWhatTheyBelongTo)
+{
+    Panel& p = panel();
+    const std::pair<TextBox*, const char*> values[] = {
+        {p.txtPhoneSWVer, "Phone S/W Version"}, {p.txtWarrantyDate, "Warranty Date"}, {p.txtESN, "ESN"},
+        {p.txtMEID, "MEID"}, {p.txtLifeTimer, "Life Timer"}, {p.txtLifeCnt, "Life Count"},
+    };
+    for (const auto& [box, caption] : values)
+        EXPECT_EQ(of(box)->text(QAccessible::Name), QLatin1String(caption));
+
+    const auto labels = of(p.cmbProfileCount)->relations(QAccessible::Label);
+    ASSERT_EQ(labels.size(), 1);
+    EXPECT_EQ(labels[0].first->object(), p.Label1);
+
+    fillGeneral();
+    doubleClickCell(grid(1), 1);
+    ASSERT_TRUE(p.txtEdit(1)->isVisible());
+    EXPECT_EQ(of(p.txtEdit(1))->text(QAccessible::Name), QStringLiteral("Banner, VALUE1"));
+    doubleClickCell(grid(1), 2);
+    ASSERT_TRUE(p.cboEditCell(1)->isVisible());
+    // A list's name is its choice; what it stands for is its description.
+    EXPECT_EQ(of(p.cboEditCell(1))->text(QAccessible::Description), QStringLiteral("Key Beep, VALUE1"));
+}
+
+TEST_F(AccessibilityTest, ProgressBarReportsItsPercentage)
+{
+    QAccessibleInterface* bar = of(panel().pbProgressBg);
+    ASSERT_EQ(bar->role(), QAccessible::ProgressBar);
+    panel().events_GetTotalProgressCount(4, 0);
+    for (int step = 0; step < 3; ++step)
+        panel().events_StepIt(0);
+    EXPECT_EQ(bar->valueInterface()->currentValue().toInt(), 75);
+    EXPECT_EQ(bar->valueInterface()->maximumValue().toInt(), 100);
+}
+
+TEST_F(AccessibilityTest, ProfilesAreReadInTheirOrder)
+{
+    QAccessibleInterface* page = of(panel().fraMIPProfile);
+    QStringList read;
+    for (int i = 0; i < page->childCount(); ++i)
+        if (page->child(i)->role() == QAccessible::RadioButton)
+            read << page->child(i)->text(QAccessible::Name);
+    EXPECT_EQ(read, QStringList({"MIP Profile 0", "MIP Profile 1", "MIP Profile 2", "MIP Profile 3", "MIP Profile 4",
+                                 "MIP Profile 5"}));
+}
