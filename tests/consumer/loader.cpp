@@ -32,11 +32,11 @@ int main(int argc, char** argv)
     if (canUnload() == 0)
         return 4; // a panel is alive
     QString value;
-    QMetaObject::invokeMethod(panel, "AddItemToGrd", Q_ARG(int16_t, 2), Q_ARG(QString, QString()), Q_ARG(bool, false),
+    QMetaObject::invokeMethod(panel, "AddItemToGrd", Q_ARG(short, 2), Q_ARG(QString, QString()), Q_ARG(bool, false),
                               Q_ARG(bool, false), Q_ARG(QString, QString()), Q_ARG(QString, QStringLiteral("#777")),
-                              Q_ARG(int32_t, 1), Q_ARG(int32_t, 1));
-    QMetaObject::invokeMethod(panel, "GetItemFromGrd", Q_RETURN_ARG(QString, value), Q_ARG(int16_t, 2),
-                              Q_ARG(int32_t, 1), Q_ARG(int32_t, 0));
+                              Q_ARG(int, 1), Q_ARG(int, 1));
+    QMetaObject::invokeMethod(panel, "GetItemFromGrd", Q_RETURN_ARG(QString, value), Q_ARG(short, 2),
+                              Q_ARG(int, 1), Q_ARG(int, 0));
     if (value != QLatin1String("#777"))
         return 5;
     delete panel;
