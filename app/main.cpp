@@ -129,10 +129,12 @@ int main(int argc, char** argv)
 
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Halvane"));
+    QApplication::setApplicationVersion(QStringLiteral(TESSALY_VERSION));
 
     QCommandLineParser options;
     options.setApplicationDescription(QStringLiteral("Phone service tool with the Tessaly settings panel."));
     options.addHelpOption();
+    options.addVersionOption();
     const QCommandLineOption screenshot(QStringLiteral("screenshot"),
                                         QStringLiteral("Render the panel to <file> and exit."), QStringLiteral("file"));
     const QCommandLineOption page(QStringLiteral("page"), QStringLiteral("Show the page of tree node <node>."),

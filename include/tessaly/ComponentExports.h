@@ -11,6 +11,8 @@
 //
 // A panel made so is a Tessaly like any other: the host ends it by deleting
 // it, and drives it through its methods by name (see <tessaly/TessalyByName.h>).
+// Once DllCanUnloadNow says 0, dlclose unloads the library, and a later
+// dlopen starts it afresh.
 #pragma once
 
 #include <tessaly/tessaly_export.h>
