@@ -44,9 +44,12 @@ struct Nothing {};
 #define TESSALY_CALL(method, failed, ...)                                                                         \
     Guarded(*this, #method, failed, [&](Tessaly& panel) { return panel.method(__VA_ARGS__); })
 
+// A queued SetModelDLL carries the model pointer through Qt's meta-type
+// system, which must know its type by name.
 TessalyByName::TessalyByName(QWidget* parent)
     : QWidget(parent)
 {
+    qRegisterMetaType<IBaseModel*>();
 }
 
 void TessalyByName::AddItemToGrd(short Part, const QString& FormatType, bool IsNumber, bool ReadOnly,

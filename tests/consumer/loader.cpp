@@ -11,6 +11,8 @@
 
 #include <cstdio>
 
+class IBaseModel;
+
 namespace {
 
 QString ValueOf(QWidget* panel, int row)
@@ -52,6 +54,9 @@ int OneRound()
     QMetaObject::invokeMethod(panel, "AddItemToGrd", Qt::QueuedConnection, Q_ARG(int, 2), Q_ARG(QString, QString()),
                               Q_ARG(bool, false), Q_ARG(bool, false), Q_ARG(QString, QString()),
                               Q_ARG(QString, QStringLiteral("#778")), Q_ARG(int, 2), Q_ARG(int, 1));
+    // The model's type is known to Qt while the library is loaded, and forgotten at the unload.
+    if (!QMetaObject::invokeMethod(panel, "SetModelDLL", Qt::QueuedConnection, Q_ARG(IBaseModel*, nullptr)))
+        return 5;
     QCoreApplication::processEvents();
     if (ValueOf(panel, 1) != QLatin1String("#777") || ValueOf(panel, 2) != QLatin1String("#778"))
         return 5;
@@ -62,7 +67,7 @@ int OneRound()
         std::fprintf(stderr, "the library stayed loaded after dlclose\n");
         return 7;
     }
-    return 0;
+    return QMetaType::fromName("IBaseModel*").isValid() ? 8 : 0;
 }
 
 } // namespace
