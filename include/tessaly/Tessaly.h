@@ -5,6 +5,7 @@
 //
 // The methods are also callable by name through Qt's meta-object system,
 // with Qt's built-in types and without exceptions: see <tessaly/TessalyByName.h>.
+//
 // Page numbers: 0 "System NAM1", 1 "General", 2 "Data", 3 the six MIP
 // profiles, 4 "Feature", 5 "MMS", 6 "SMS/EMS", 7 "WAP", 8 "BREW", 12 "LBS",
 // 13 "Calibration", 14 to 19 the MIP profiles 0 to 5, 20 "System NAM2".
