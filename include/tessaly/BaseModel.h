@@ -5,8 +5,8 @@
 //     class MyHandset : public IBaseModel {
 //         void NVRead() override
 //         {
-//             emit GetTotalProgressCount(items, port);
-//             for (...) { panel.AddItemToGrd(...); emit StepIt(port); }
+//             Q_EMIT GetTotalProgressCount(items, port);
+//             for (...) { panel.AddItemToGrd(...); Q_EMIT StepIt(port); }
 //         }
 //         ...
 //     };
@@ -37,7 +37,7 @@ class TESSALY_EXPORT IBaseModelEvents : public QObject {
 public:
     using QObject::QObject;
 
-signals:
+Q_SIGNALS:
     // One step of the current sub-process is done.
     void StepIt(int32_t lPort);
     // A sub-process begins, of so many steps.

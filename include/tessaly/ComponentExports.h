@@ -1,6 +1,6 @@
 // The library's entry points as a component, for hosts that load it at run
 // time (dlopen and dlsym) instead of linking it. They have C linkage and
-// return 0 on success, as the platform's component servers do.
+// return 0 on success.
 //
 //     auto getFactory = (TessalyGetClassObject)dlsym(library, "DllGetClassObject");
 //     TessalyPanelFactory* factory = nullptr;
@@ -10,7 +10,9 @@
 //     }
 //
 // A panel made so is a Tessaly like any other: the host ends it by deleting
-// it, and drives it through its methods by name (QMetaObject::invokeMethod).
+// it, and drives it through its methods by name (see <tessaly/TessalyByName.h>).
+// Once DllCanUnloadNow says 0, dlclose unloads the library, and a later
+// dlopen starts it afresh.
 #pragma once
 
 #include <tessaly/tessaly_export.h>
@@ -38,7 +40,7 @@ extern "C" {
 TESSALY_EXPORT int32_t DllGetClassObject(const char* classId, TessalyPanelFactory** factory);
 // 0 when no panel and no factory of this library is alive, so that it may be unloaded; 1 otherwise.
 TESSALY_EXPORT int32_t DllCanUnloadNow();
-// Registration has nothing to do on this platform: both succeed.
+// The library needs no registration: loading it is enough. Both succeed.
 TESSALY_EXPORT int32_t DllRegisterServer();
 TESSALY_EXPORT int32_t DllUnregisterServer();
 }

@@ -38,10 +38,11 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 };
 
-// The hooks of this thread, in the order they were set.
+// The hooks, in the order they were set; all on the GUI thread. (Not
+// thread_local: that would keep the library loaded after dlclose.)
 std::vector<std::unique_ptr<cls_SubClasData>>& g_colSubClasData()
 {
-    thread_local std::vector<std::unique_ptr<cls_SubClasData>> records;
+    static std::vector<std::unique_ptr<cls_SubClasData>> records;
     return records;
 }
 

@@ -9,16 +9,24 @@ namespace tessaly {
 
 namespace {
 
-// Emptied when the application ends: pixmaps must go before the platform.
+void ClearDecoded();
+
+// Emptied when the application ends: pixmaps must go before the platform. A
+// library unloaded before that takes its routine back.
 QHash<QString, QPixmap>& Decoded()
 {
-    static QHash<QString, QPixmap> decoded;
-    static const bool emptiedAtEnd = [] {
-        qAddPostRoutine([] { Decoded().clear(); });
-        return true;
-    }();
-    (void)emptiedAtEnd;
-    return decoded;
+    struct Store {
+        Store() { qAddPostRoutine(ClearDecoded); }
+        ~Store() { qRemovePostRoutine(ClearDecoded); }
+        QHash<QString, QPixmap> pictures;
+    };
+    static Store store;
+    return store.pictures;
+}
+
+void ClearDecoded()
+{
+    Decoded().clear();
 }
 
 } // namespace

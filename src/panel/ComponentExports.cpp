@@ -5,6 +5,8 @@
 #include <tessaly/ComponentExports.h>
 #include <tessaly/Tessaly.h>
 
+#include <QMetaType>
+
 #include <atomic>
 #include <cstring>
 
@@ -25,6 +27,20 @@ public:
 private:
     ~PanelFactory() { --g_liveFactories; }
 };
+
+// The panel, a call by name or a script engine registers the public pointer
+// types with Qt's meta-type system, which then points into this library. They
+// are taken out again when the library is unloaded, so that a later load
+// registers its own afresh.
+struct MetaTypesTakenBack {
+    ~MetaTypesTakenBack()
+    {
+        QMetaType::unregisterMetaType(QMetaType::fromType<IBaseModel*>());
+        QMetaType::unregisterMetaType(QMetaType::fromType<IBaseModelEvents*>());
+        QMetaType::unregisterMetaType(QMetaType::fromType<Tessaly*>());
+        QMetaType::unregisterMetaType(QMetaType::fromType<TessalyByName*>());
+    }
+} g_metaTypesTakenBack;
 
 } // namespace
 

@@ -5,8 +5,9 @@
 
 #include <QPaintEvent>
 
-#include <atomic>
 #include <QPainter>
+
+#include <atomic>
 
 using tessaly::Panel;
 
@@ -20,7 +21,7 @@ int tessaly::LivePanels()
 }
 
 Tessaly::Tessaly(QWidget* parent)
-    : QWidget(parent)
+    : TessalyByName(parent)
     , d(std::make_unique<Panel>(*this))
 {
     ++g_livePanels;

@@ -13,10 +13,19 @@ namespace {
 
 int g_openBoxes = 0;
 
+void DeleteAtTheEnd();
+
+// Deleted at the latest when the application ends. A library unloaded before
+// that takes its routine back.
 std::vector<QPointer<QObject>>& Waiting()
 {
-    static std::vector<QPointer<QObject>> waiting;
-    return waiting;
+    struct Store {
+        Store() { qAddPostRoutine(DeleteAtTheEnd); }
+        ~Store() { qRemovePostRoutine(DeleteAtTheEnd); }
+        std::vector<QPointer<QObject>> objects;
+    };
+    static Store store;
+    return store.objects;
 }
 
 void DeleteWaiting()
@@ -27,6 +36,12 @@ void DeleteWaiting()
     Waiting().clear();
     for (const QPointer<QObject>& object : waiting)
         delete object.data();
+}
+
+void DeleteAtTheEnd()
+{
+    g_openBoxes = 0;
+    DeleteWaiting();
 }
 
 } // namespace
@@ -47,11 +62,6 @@ bool ModalBoxOpen()
 
 void DeleteAfterModalBoxes(QObject* object)
 {
-    static const bool deletedAtTheEnd = [] {
-        qAddPostRoutine([] { g_openBoxes = 0; DeleteWaiting(); });
-        return true;
-    }();
-    (void)deletedAtTheEnd;
     Waiting().push_back(object);
 }
 

@@ -46,9 +46,11 @@ void ErrRecord::Capture(std::exception_ptr error)
     }
 }
 
+// One record: the panel lives on the GUI thread. A thread_local record
+// would keep the library loaded after dlclose until the thread ends.
 ErrRecord& Err()
 {
-    thread_local ErrRecord record;
+    static ErrRecord record;
     return record;
 }
 

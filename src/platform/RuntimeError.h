@@ -1,5 +1,5 @@
 // Run-time errors of the forms platform: a number and a description, thrown by
-// the stand-in controls and arrays, and the per-thread record of the current
+// the stand-in controls and arrays, and the record of the current
 // error that the panel's error report reads.
 #pragma once
 
@@ -42,7 +42,7 @@ private:
 // Throws a RuntimeError with the given number and description.
 [[noreturn]] void Raise(int32_t number, const QString& description);
 
-// The current error of this thread, as a handler sees it.
+// The current error, as a handler sees it.
 struct ErrRecord {
     int32_t Number = 0;
     QString Description;

@@ -1,27 +1,32 @@
-# Installs the built project into a scratch prefix, then configures, builds
-# and runs a host project that uses find_package(Tessaly).
+# Installs the built project into a scratch prefix and uses it as a developer
+# does: the installed programs and the Designer plugin with no environment
+# set, a host project through find_package(Tessaly), one through pkg-config.
 file(REMOVE_RECURSE ${WORK_DIR})
-execute_process(COMMAND ${CMAKE_COMMAND} --install ${BUILD_DIR} --prefix ${WORK_DIR}/prefix
-    RESULT_VARIABLE result OUTPUT_QUIET)
-if(result)
-    message(FATAL_ERROR "install failed")
-endif()
-if(NOT EXISTS ${WORK_DIR}/prefix/include/tessaly/Tessaly.h)
-    message(FATAL_ERROR "public header not installed under include/tessaly")
-endif()
-execute_process(COMMAND ${CMAKE_COMMAND} -S ${SOURCE_DIR} -B ${WORK_DIR}/build -G Ninja
-        -DCMAKE_PREFIX_PATH=${WORK_DIR}/prefix
-    RESULT_VARIABLE result)
-if(result)
-    message(FATAL_ERROR "configure against the package failed")
-endif()
-execute_process(COMMAND ${CMAKE_COMMAND} --build ${WORK_DIR}/build RESULT_VARIABLE result)
-if(result)
-    message(FATAL_ERROR "build against the package failed")
-endif()
-foreach(host consumer loader)
-    execute_process(COMMAND ${WORK_DIR}/build/${host} RESULT_VARIABLE result)
+set(prefix ${WORK_DIR}/prefix)
+set(bare env -i QT_QPA_PLATFORM=offscreen)
+
+function(run)
+    execute_process(COMMAND ${ARGN} RESULT_VARIABLE result OUTPUT_VARIABLE output ERROR_VARIABLE output)
     if(result)
-        message(FATAL_ERROR "${host} failed: ${result}")
+        message(FATAL_ERROR "${ARGN} failed (${result}):\n${output}")
     endif()
-endforeach()
+    set(output "${output}" PARENT_SCOPE)
+endfunction()
+
+run(${CMAKE_COMMAND} --install ${BUILD_DIR} --prefix ${prefix})
+run(${bare} ${prefix}/bin/halvane --version)
+if(NOT output MATCHES "Halvane ${VERSION}")
+    message(FATAL_ERROR "halvane --version says: ${output}")
+endif()
+run(${bare} ${prefix}/bin/tessaly-emu --help)
+
+run(${CMAKE_COMMAND} -S ${SOURCE_DIR} -B ${WORK_DIR}/build -G Ninja -DCMAKE_PREFIX_PATH=${prefix})
+run(${CMAKE_COMMAND} --build ${WORK_DIR}/build)
+run(${bare} ${WORK_DIR}/build/consumer)
+run(${bare} ${WORK_DIR}/build/loader)
+run(${bare} QT_PLUGIN_PATH=${prefix}/${LIBDIR}/qt6/plugins ${WORK_DIR}/build/pluginhost)
+
+run(env PKG_CONFIG_PATH=${prefix}/${LIBDIR}/pkgconfig pkg-config --cflags --libs tessaly)
+separate_arguments(flags UNIX_COMMAND "${output}")
+run(c++ -std=c++20 -fPIC ${SOURCE_DIR}/main.cpp ${flags} -Wl,-rpath,${prefix}/${LIBDIR} -o ${WORK_DIR}/pkgconsumer)
+run(${bare} ${WORK_DIR}/pkgconsumer)

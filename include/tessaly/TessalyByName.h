@@ -1,0 +1,96 @@
+// The panel's host methods as a host calls them by name through Qt's
+// meta-object system: QMetaObject::invokeMethod, QMetaMethod::invoke, a
+// script engine or a host that loads the library at run time.
+//
+// Each method of <tessaly/Tessaly.h> is here under its own name with
+// built-in Qt types, so that it can be called directly or queued: a page
+// number, a count or an index as `short`, a row or column as `int`. A method
+// with a `short` argument has a second signature with `int` in its place,
+// for hosts that pass every whole number as an `int`:
+//
+//     QMetaObject::invokeMethod(panel, "SetNVFieldItemCount", Q_ARG(short, 0), Q_ARG(short, 12));
+//     QMetaObject::invokeMethod(panel, "SetNVFieldItemCount", Q_ARG(int, 0), Q_ARG(int, 12));
+//     short page = 0;
+//     QMetaObject::invokeMethod(panel, "AddTab", Q_RETURN_ARG(short, page), Q_ARG(QString, "Mine"), Q_ARG(short, 3));
+//     int added = 0;
+//     QMetaObject::invokeMethod(panel, "AddTab", Q_RETURN_ARG(int, added), Q_ARG(QString, "Mine"), Q_ARG(int, 3));
+//
+// The getters without arguments return `short` (Q_RETURN_ARG(short, ...)).
+//
+// A call by name never throws. When a method fails (AddTab or RemoveTab
+// refused, or an `int` outside -32768 to 32767 where the panel takes a
+// `short`: error 6, "Overflow"), the panel emits CallFailed with the method's
+// name, the error number and its description, before the call returns, and
+// the call returns -1 from AddTab, 0 or "" from the others. Refusals that the
+// panel tells the user in a message box (a bad page or column in a cell
+// operation) are not failures of the call.
+//
+// C++ hosts call the methods of Tessaly itself, which hide these and throw
+// TessalyError as <tessaly/Tessaly.h> says.
+#pragma once
+
+#include <tessaly/tessaly_export.h>
+
+#include <QString>
+#include <QWidget>
+
+class IBaseModel;
+class Tessaly;
+
+class TESSALY_EXPORT TessalyByName : public QWidget {
+    Q_OBJECT
+
+public:
+    Q_INVOKABLE void AddItemToGrd(short Part, const QString& FormatType, bool IsNumber, bool ReadOnly,
+                                  const QString& ComboStr, const QString& InputStr, int row, int col);
+    Q_INVOKABLE void AddItemToGrd(int Part, const QString& FormatType, bool IsNumber, bool ReadOnly,
+                                  const QString& ComboStr, const QString& InputStr, int row, int col);
+    Q_INVOKABLE void AddItemToGrid2(short Part, const QString& FormatType, bool ReadOnly, const QString& ComboStr,
+                                    const QString& InputStr, int row, int col);
+    Q_INVOKABLE void AddItemToGrid2(int Part, const QString& FormatType, bool ReadOnly, const QString& ComboStr,
+                                    const QString& InputStr, int row, int col);
+    Q_INVOKABLE QString GetItemFromGrd(short Part, int row, int col);
+    Q_INVOKABLE QString GetItemFromGrd(int Part, int row, int col);
+    Q_INVOKABLE void SetNVFieldItemCount(short Part, short count);
+    Q_INVOKABLE void SetNVFieldItemCount(int Part, int count);
+    Q_INVOKABLE void SetGrid1Rows(short Number);
+    Q_INVOKABLE void SetGrid1Rows(int Number);
+    Q_INVOKABLE void SetGrid2Rows(short Number);
+    Q_INVOKABLE void SetGrid2Rows(int Number);
+    Q_INVOKABLE void SetSettingRows(short Number);
+    Q_INVOKABLE void SetSettingRows(int Number);
+    Q_INVOKABLE void SetSystemRows(short Number);
+    Q_INVOKABLE void SetSystemRows(int Number);
+    Q_INVOKABLE short AddTab(const QString& strTabName, short nFlexGridColCount);
+    Q_INVOKABLE int AddTab(const QString& strTabName, int nFlexGridColCount);
+    Q_INVOKABLE void RemoveTab(short TabNumber);
+    Q_INVOKABLE void RemoveTab(int TabNumber);
+    Q_INVOKABLE void SetModelDLL(IBaseModel* model);
+    Q_INVOKABLE short GetProfileCount();
+    Q_INVOKABLE void SetProfileCount(short count);
+    Q_INVOKABLE void SetProfileCount(int count);
+    Q_INVOKABLE short GetActiveProfileIndex();
+    Q_INVOKABLE void SetActiveProfileIndex(short ActiveIdx);
+    Q_INVOKABLE void SetActiveProfileIndex(int ActiveIdx);
+    Q_INVOKABLE void SetActiveProfileEnable(bool bEnable);
+    Q_INVOKABLE void SetProfileCountEnable(bool bEnable);
+    Q_INVOKABLE void SetBasicInfo(const QString& PhoneVersion, const QString& WarrantyDate, const QString& ESN,
+                                  const QString& MEID, const QString& LifeTime, const QString& LifeCnt);
+    Q_INVOKABLE void SetSecurityInfo(const QString& SecCode, bool IsProVersion, const QString& LockCode,
+                                     const QString& AKey0, const QString& AKey1, const QString& AkeyChk,
+                                     const QString& SsdA0, const QString& SsdA1, const QString& SsdAChk,
+                                     const QString& SsdB0, const QString& SsdB1, const QString& SsdBChk,
+                                     const QString& count);
+    Q_INVOKABLE QString GetSecCode();
+    Q_INVOKABLE QString GetLockCode();
+    Q_INVOKABLE QString GetAKey(short index);
+    Q_INVOKABLE QString GetAKey(int index);
+
+Q_SIGNALS:
+    // A call by name of `method` failed with this error; see above.
+    void CallFailed(const QString& method, int number, const QString& description);
+
+private:
+    friend class Tessaly;
+    explicit TessalyByName(QWidget* parent);
+};
