@@ -14,12 +14,8 @@ TEST_F(AddedTabsTest, AddedPageWorksLikeAFixedOneAndKeepsEveryStoredRecord)
     EXPECT_EQ(answerer.texts(), QStringList{"Bad Tab Index.. In AddItemToGrd()"});
 
     EXPECT_EQ(host->AddTab(QStringLiteral("Roaming List"), 3), 21);
-    Panel& p = panel();
-    EXPECT_EQ(p.g_nLastTab, 21);
-    ASSERT_EQ(p.g_arrAddedTab.UBound(), 1);
-    EXPECT_EQ(p.g_arrAddedTab(0).TabName, "Roaming List");
-    EXPECT_EQ(p.g_arrCellAttr.UBound(1), 21);
-    EXPECT_EQ(p.g_arrCellAttr(13, 100 * 40 + 99).ComboStr, "a|b") << "records of the fixed pages survive";
+    const PanelControls& p = panel();
+    EXPECT_EQ(PanelOf(*host).Cells().Attr(13, 99, 40).ComboStr, "a|b") << "records of the fixed pages survive";
     MSFlexGrid* g = grid(21);
     ASSERT_NE(g, nullptr);
     EXPECT_EQ(QStringList({g->TextMatrix(0, 0), g->TextMatrix(0, 1), g->TextMatrix(0, 2)}),
@@ -47,15 +43,15 @@ TEST_F(AddedTabsTest, PagesGoNewestFirstAndFixedPagesOnlyLoseTheirNode)
     EXPECT_EQ(host->AddTab(QStringLiteral("A"), 2), 21);
     EXPECT_EQ(host->AddTab(QStringLiteral("B"), 2), 22);
     EXPECT_THROW(host->RemoveTab(21), TessalyError) << "not the newest";
-    EXPECT_EQ(panel().g_nLastTab, 22);
+    EXPECT_NE(grid(21), nullptr);
     host->RemoveTab(22);
     host->RemoveTab(21);
     EXPECT_THROW(host->RemoveTab(21), TessalyError) << "gone already";
-    EXPECT_EQ(panel().g_nLastTab, 20);
-    EXPECT_EQ(panel().g_arrAddedTab(1).TabNumber, -1);
-    EXPECT_EQ(host->AddTab(QStringLiteral("C"), 2), 21) << "the number comes back; the array grows";
-    EXPECT_EQ(panel().g_arrAddedTab.UBound(), 3);
-    EXPECT_EQ(panel().g_arrCellAttr.UBound(1), 21);
+    EXPECT_EQ(grid(21), nullptr);
+    EXPECT_EQ(panel().OrvenTreeView1->FindNode(QStringLiteral("A")), nullptr);
+    EXPECT_EQ(host->AddTab(QStringLiteral("C"), 2), 21) << "the number comes back";
+    host->AddItemToGrd(21, {}, false, false, QStringLiteral("x|y"), QStringLiteral("y"), 1, 1);
+    EXPECT_EQ(PanelOf(*host).Cells().Attr(21, 1, 1).ComboStr, "x|y");
 
     host->AddItemToGrd(2, {}, false, false, {}, QStringLiteral("kept"), 1, 1);
     host->RemoveTab(2);

@@ -1,5 +1,5 @@
 // The host's cell operations: what lands in the grids and in the cell store,
-// the profile alias, the lock code list, and what is refused or reported.
+// the profile alias, and what is refused or reported.
 #include "support/PanelFixture.h"
 
 using namespace tessaly;
@@ -10,7 +10,7 @@ class CellStoreTest : public PanelFixture {
 protected:
     const CellAttr& attr(int page, int row, int col)
     {
-        return panel().g_arrCellAttr(page, grid(page)->Rows() * col + row);
+        return PanelOf(*host).Cells().Attr(int16_t(page), row, col);
     }
     void add(int16_t part, const QString& text, int32_t row, int32_t col, const QString& format = {},
              bool number = false, bool readOnly = false, const QString& combo = {})
@@ -96,18 +96,6 @@ TEST_F(CellStoreTest, PageThreeStandsForTheSixProfilePages)
     host->AddItemToGrid2(3, {}, false, {}, QStringLiteral("NAI"), 1, 0);
     for (int page = 14; page <= 19; ++page)
         EXPECT_EQ(grid(page)->TextMatrix(1, 0), "NAI") << page;
-}
-
-TEST_F(CellStoreTest, LockCodeTitlesAreListedEachTimeTheyAreWritten)
-{
-    host->AddItemToGrid2(0, {}, false, {}, QStringLiteral("LOCK CODE"), 3, 0);
-    host->AddItemToGrid2(0, {}, false, {}, QStringLiteral("LOCK CODE"), 3, 0);
-    host->AddItemToGrid2(3, {}, false, {}, QStringLiteral("LOCK CODE"), 5, 0);
-    host->AddItemToGrid2(1, {}, false, {}, QStringLiteral("Lock Code"), 6, 0);
-    const Array1D<LockCodeCell>& cells = panel().g_arrLockCodeCells;
-    ASSERT_EQ(cells.UBound(), 3); // three entries and the spare
-    EXPECT_EQ(QList<int>({cells(0).nPart, cells(0).nRow, cells(1).nRow, cells(2).nPart, cells(2).nRow}),
-              QList<int>({0, 3, 3, 3, 5}));
 }
 
 TEST_F(CellStoreTest, BadPagesAndColumnsAreRefusedInPlainWords)

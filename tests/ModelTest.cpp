@@ -98,17 +98,17 @@ TEST_F(ModelTest, ReadFillsEveryPageInOneRunOfProgress)
     EXPECT_EQ(cell(0, "Home SID", 3), "4145");
     EXPECT_EQ(cell(20, "Primary CDMA Channel, A band"), "1019");
     const int mdn = row(0, "Mobile Directory Number (MDN)");
-    const CellAttr& number = panel().g_arrCellAttr(0, grid(0)->Rows() * 1 + mdn);
+    const CellAttr& number = PanelOf(*host).Cells().Attr(0, mdn, 1);
     EXPECT_EQ(number.FormatType.size(), 10);
     EXPECT_TRUE(number.IsNumber);
-    EXPECT_TRUE(panel().g_arrCellAttr(20, grid(20)->Rows() * 1 + row(20, "LOCK CODE")).ReadOnly);
-    EXPECT_EQ(panel().g_arrCellAttr(0, grid(0)->Rows() * 1 + row(0, "Preferred Mode")).ComboStr,
+    EXPECT_TRUE(PanelOf(*host).Cells().Attr(20, row(20, "LOCK CODE"), 1).ReadOnly);
+    EXPECT_EQ(PanelOf(*host).Cells().Attr(0, row(0, "Preferred Mode"), 1).ComboStr,
               "Digital Preferred|Digital Only|Analog Preferred|Analog Only|Automatic");
     EXPECT_EQ(cell(0, "Preferred Mode"), "Automatic");
 
     EXPECT_EQ(cell(13, "Tx Linearizer Master 0", 40), "999");
     // The handset's own page, added behind the fixed ones at the first read only.
-    EXPECT_EQ(panel().g_nLastTab, 21);
+    EXPECT_EQ(PanelOf(*host).Pages().LastTab(), 21);
     EXPECT_EQ(panel().OrvenTreeView1->FindNode(QStringLiteral("Roaming List"))->parent(), nullptr);
     EXPECT_EQ(cell(21, "Roaming Indicator", 4), "Flashing");
     EXPECT_EQ(cell(15, "NAI"), "8585550143@ims.halvane.example");
@@ -121,7 +121,7 @@ TEST_F(ModelTest, ReadFillsEveryPageInOneRunOfProgress)
     timer.start();
     handset->NVRead();
     EXPECT_GE(timer.elapsed(), items);
-    EXPECT_EQ(panel().g_nLastTab, 21);
+    EXPECT_EQ(PanelOf(*host).Pages().LastTab(), 21);
 }
 
 TEST_F(ModelTest, WrittenValuesSurviveARestartAndReadOnlyOnesAreNotWritten)

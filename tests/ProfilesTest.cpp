@@ -79,7 +79,7 @@ TEST_F(ProfilesTest, BasicInformationShowsTheHostsValuesInRegularWeight)
 {
     host->SetBasicInfo(QStringLiteral("HV-2.31"), QStringLiteral("2027-03-01"), QStringLiteral("8F3A21C4"),
                        QStringLiteral("A0000012345678"), QStringLiteral("1234 h"), QStringLiteral("567"));
-    Panel& p = panel();
+    const PanelControls& p = panel();
     EXPECT_EQ(QStringList({p.txtPhoneSWVer->Text(), p.txtWarrantyDate->Text(), p.txtESN->Text(), p.txtMEID->Text(),
                            p.txtLifeTimer->Text(), p.txtLifeCnt->Text()}),
               QStringList({"HV-2.31", "2027-03-01", "8F3A21C4", "A0000012345678", "1234 h", "567"}));

@@ -1,17 +1,18 @@
-// The model of the connected handset: binding it, its label, the refusal to
-// work without one, and its events routed to the progress handlers.
-#include "panel/Panel.h"
+#include "commands/ModelBinding.h"
 
+#include "commands/Progress.h"
 #include "frame/ReportError.h"
 #include "platform/MsgBox.h"
 
-#include <tessaly/Tessaly.h>
-
-#include <QGuiApplication>
-
 namespace tessaly {
 
-void Panel::SetModelDLL(IBaseModel* model)
+ModelBinding::ModelBinding(PanelControls& controls, Progress& progress)
+    : c(controls)
+    , m_progress(progress)
+{
+}
+
+void ModelBinding::SetModelDLL(IBaseModel* model)
 {
     OnErrorReport("Interface", "SetModelDLL", [&] {
         g_objModel = model;
@@ -19,38 +20,38 @@ void Panel::SetModelDLL(IBaseModel* model)
         for (const QMetaObject::Connection& connection : std::exchange(events, {}))
             QObject::disconnect(connection);
         if (model) {
-            QObject* sink = Handlers.get();
+            QObject* sink = c.Handlers.get();
             events = {
-                QObject::connect(model, &IBaseModelEvents::StepIt, sink, [this](int32_t lPort) { events_StepIt(lPort); }),
+                QObject::connect(model, &IBaseModelEvents::StepIt, sink, [this](int32_t lPort) { m_progress.events_StepIt(lPort); }),
                 QObject::connect(model, &IBaseModelEvents::GetSubTotalProgressCount, sink,
                                  [this](const QString& name, int32_t count, int32_t lPort) {
-                                     events_GetSubTotalProgressCount(name, count, lPort);
+                                     m_progress.events_GetSubTotalProgressCount(name, count, lPort);
                                  }),
                 QObject::connect(model, &IBaseModelEvents::GetTotalProgressCount, sink,
-                                 [this](int32_t count, int32_t lPort) { events_GetTotalProgressCount(count, lPort); }),
+                                 [this](int32_t count, int32_t lPort) { m_progress.events_GetTotalProgressCount(count, lPort); }),
                 QObject::connect(model, &IBaseModelEvents::SetProcessStep, sink,
                                  [this](int32_t lProcess, int32_t nStatus, int32_t lPort) {
-                                     events_SetProcessStep(lProcess, nStatus, lPort);
+                                     m_progress.events_SetProcessStep(lProcess, nStatus, lPort);
                                  }),
                 QObject::connect(model, &IBaseModelEvents::SetSubProcessStep, sink,
                                  [this](int32_t lProcess, int32_t nStatus, int32_t lPort) {
-                                     events_SetSubProcessStep(lProcess, nStatus, lPort);
+                                     m_progress.events_SetSubProcessStep(lProcess, nStatus, lPort);
                                  }),
             };
         }
         if (!g_objModel) {
-            lblModelPortInfo->setCaption(QStringLiteral("No Phone"));
+            c.lblModelPortInfo->setCaption(QStringLiteral("No Phone"));
             return;
         }
         QString name;
         QString port;
         g_objModel->GetModelName(name);
         g_objModel->GetPortNumber(port);
-        lblModelPortInfo->setCaption(name + QStringLiteral("  (") + QStringLiteral("COM") + port + QStringLiteral(")"));
+        c.lblModelPortInfo->setCaption(name + QStringLiteral("  (") + QStringLiteral("COM") + port + QStringLiteral(")"));
     });
 }
 
-bool Panel::CheckModelDLL()
+bool ModelBinding::CheckModelDLL()
 {
     bool bound = false;
     OnErrorReport("Common_Function", "CheckModelDLL", [&] {
@@ -59,8 +60,8 @@ bool Panel::CheckModelDLL()
             return;
         }
         MsgBox(QStringLiteral("Error : There is no selected model"), MsgBoxStyle::Critical);
-        if (!Ended())
-            UserControl.unsetCursor();
+        if (!c.Ended())
+            c.UserControl.unsetCursor();
     });
     return bound;
 }
