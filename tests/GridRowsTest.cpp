@@ -36,27 +36,6 @@ TEST_F(GridRowsTest, ItemCountSetsRowsAndCarriesTheTwinPages)
     EXPECT_EQ(grid(4)->TextMatrix(0, 1), "VALUE");
 }
 
-TEST_F(GridRowsTest, RemainingRowsKeepTextAndDressAddedRowsArePlain)
-{
-    host->AddItemToGrd(1, {}, false, false, {}, QStringLiteral("kept"), 9, 1);
-    host->SetNVFieldItemCount(1, 10);
-    host->SetNVFieldItemCount(1, 120);
-    MSFlexGrid* g = grid(1);
-    EXPECT_EQ(g->Rows(), 121);
-    EXPECT_EQ(g->TextMatrix(9, 1), "kept");
-    g->setCol(1);
-    g->setRow(9);
-    EXPECT_EQ(g->CellBackColor(), RGB(240, 240, 240));
-    // Rows cut away and made again, and rows past 100, have the grid's defaults.
-    for (int row : {11, 50, 99, 100, 101, 120}) {
-        g->setRow(row);
-        EXPECT_FALSE(g->CellBackColor().isValid()) << row;
-        EXPECT_EQ(g->CellAlignment(), MSFlexGrid::General) << row;
-        EXPECT_NE(g->RowHeight(row), 300) << row;
-        EXPECT_EQ(g->TextMatrix(row, 1), "") << row;
-    }
-}
-
 TEST_F(GridRowsTest, RowsTheGridRefusesAreReported)
 {
     DialogAnswerer answerer;

@@ -1,6 +1,5 @@
 // The panel's controls as the user finds them: every one on view inside the
-// panel and its container, none covering another that must show, and the
-// image buttons named for screen readers.
+// panel and its container, and none covering another that must show.
 #include "support/PanelFixture.h"
 
 using namespace tessaly;
@@ -66,10 +65,3 @@ TEST_F(LayoutTest, NothingLiesOverAControlThatMustShow)
     }
 }
 
-TEST_F(LayoutTest, ImageButtonsAreNamedForScreenReadersAndBarsTakeNoFocus)
-{
-    for (const char* name : {"picCommand(0)", "picCommand(1)", "picCommand(2)", "picCommand(3)", "imgWndMin", "imgWndClose"})
-        EXPECT_FALSE(control(QLatin1String(name))->accessibleName().isEmpty()) << name;
-    EXPECT_EQ(panel().pbProgressBg->focusPolicy(), Qt::NoFocus);
-    EXPECT_EQ(panel().pbProgress->focusPolicy(), Qt::NoFocus);
-}
