@@ -82,7 +82,7 @@ void frmMsgBox::setVisible(bool visible)
     if (visible && !m_loaded) {
         m_loaded = true;
         Form_Load();
-        // The platform centres the box on the screen, not over its owner.
+        // The box opens in the middle of the screen, not over its owner.
         const QScreen* screen = parentWidget() ? parentWidget()->screen() : QGuiApplication::primaryScreen();
         if (screen)
             move(screen->availableGeometry().center() - rect().center());
