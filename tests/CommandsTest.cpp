@@ -10,6 +10,7 @@
 #include <QScrollBar>
 #include <QWheelEvent>
 
+#include <cmath>
 #include <functional>
 
 using namespace tessaly;
@@ -200,8 +201,14 @@ TEST_F(CommandsTest, ProgressDrawsOncePerWholePercentRoundingHalvesToEven)
         const QImage screen = host->screen()->grabWindow(host->winId()).toImage();
         EXPECT_EQ(screen.pixel(panel().pbProgressBg->mapTo(host.get(), QPoint(3, 8))),
                   panel().pbProgress->Picture().toImage().pixel(2, 7));
-        for (int step = 8; step <= 199; ++step)
+        // One draw at each change of the whole percentage, halves to even.
+        int changes = 0;
+        const int before = counter.paints;
+        for (int step = 8; step <= 199; ++step) {
+            changes += std::nearbyint(step / 2.0) != std::nearbyint((step - 1) / 2.0);
             emit m.StepIt(7);
+        }
+        EXPECT_EQ(counter.paints - before, changes);
         captions << panel().lblPercent->Caption();
         // A sub-process ending sets the counter back; the wider bar stays.
         emit m.GetSubTotalProgressCount(QStringLiteral("NAM"), 50, 7);

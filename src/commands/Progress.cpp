@@ -6,6 +6,10 @@
 
 #include <QScopedValueRollback>
 
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
 namespace tessaly {
 
 namespace {
@@ -17,6 +21,24 @@ int16_t Percentage(int32_t count, int32_t total)
 {
     const int32_t hundredfold = ToInt32(int64_t(count) * 100);
     return RoundToInt16(double(hundredfold) / double(total));
+}
+
+// The count after `count` at which the percentage first differs from `now`,
+// the percentage at `count`, in `total`. The search starts where the
+// quotient passes the next half and steps to the exact count; the run ends
+// where a product would overflow.
+int32_t EndOfRun(int32_t count, int16_t now, int32_t total)
+{
+    constexpr int64_t LastCount = std::numeric_limits<int32_t>::max() / 100;
+    if (total <= 0)
+        return count + 1;
+    const auto same = [&](int64_t at) { return std::nearbyint(double(at * 100) / double(total)) == double(now); };
+    int64_t end = std::max<int64_t>(int64_t(count) + 1, (2 * int64_t(now) + 1) * total / 200);
+    while (end <= LastCount && same(end))
+        ++end;
+    while (end - 1 > count && !same(end - 1))
+        --end;
+    return int32_t(std::min(end, LastCount + 1));
 }
 
 } // namespace
@@ -35,9 +57,19 @@ void Progress::events_StepIt(int32_t)
             return;
         }
         // Only a change of the whole percentage is drawn.
-        if (Percentage(g_lProgressCount, g_lTotalProgressCount) != Percentage(g_lProgressCount - 1, g_lTotalProgressCount))
+        if (PercentageChanged())
             DrawProgress();
     });
+}
+
+bool Progress::FindRun()
+{
+    const int32_t count = g_lProgressCount;
+    const int32_t total = g_lTotalProgressCount;
+    const int16_t now = Percentage(count, total);
+    const bool changed = now != Percentage(count - 1, total);
+    m_run = {total, count, EndOfRun(count, now, total)};
+    return changed;
 }
 
 void Progress::events_GetSubTotalProgressCount(const QString&, int32_t dwTotalProgressCount, int32_t)

@@ -36,12 +36,30 @@ public:
 
 private:
     void MoveToStep(int32_t nStatus);
+    // Whether the whole percentage of the count differs from a step before.
+    // Counts strictly inside the last run of equal percentages found need no
+    // division: most steps of a long command are.
+    bool PercentageChanged()
+    {
+        const int32_t count = g_lProgressCount;
+        return (g_lTotalProgressCount != m_run.total || count <= m_run.first || count >= m_run.end) && FindRun();
+    }
+    // Finds the run of equal percentages that the count is in; whether the
+    // count starts it.
+    bool FindRun();
 
     PanelControls& c;
     int32_t g_lTotalProgressCount = 0;
     int32_t g_lSubTotalProgressCount = 0;
     int32_t g_lProgressCount = 0;
     bool m_drawing = false;
+    // Counts after `first` and before `end` have the percentage of `first`
+    // in `total`.
+    struct {
+        int32_t total = 0;
+        int32_t first = 0;
+        int32_t end = 0;
+    } m_run;
 };
 
 } // namespace tessaly

@@ -14,14 +14,29 @@ CellStore::CellStore(PanelControls& controls, const PageGrids& pages)
 {
 }
 
+size_t CellStore::RecordIndex(int16_t page, int32_t row, int32_t col) const
+{
+    const int64_t index = int64_t(c.MSFlexGrid1(page)->Rows()) * col + row;
+    if (page < 0 || size_t(page) >= g_arrCellAttr.size() || index < 0 || index >= m_recordsPerPage)
+        RaiseSubscript();
+    return size_t(index);
+}
+
 CellAttr& CellStore::Record(int16_t page, int32_t row, int32_t col)
 {
-    return g_arrCellAttr(page, c.MSFlexGrid1(page)->Rows() * col + row);
+    const size_t index = RecordIndex(page, row, col);
+    std::vector<CellAttr>& records = g_arrCellAttr[size_t(page)];
+    if (records.empty())
+        records.resize(size_t(m_recordsPerPage));
+    return records[index];
 }
 
 const CellAttr& CellStore::Attr(int16_t page, int32_t row, int32_t col) const
 {
-    return const_cast<CellStore&>(*this).Record(page, row, col);
+    static const CellAttr unwritten;
+    const size_t index = RecordIndex(page, row, col);
+    const std::vector<CellAttr>& records = g_arrCellAttr[size_t(page)];
+    return records.empty() ? unwritten : records[index];
 }
 
 // The widest fixed page is Calibration's.
@@ -30,12 +45,20 @@ void CellStore::SizeForPages()
     const MSFlexGrid* widest = c.MSFlexGrid1(13);
     g_nMaxGridCols = ToInt16(widest->Cols());
     g_nMaxGridRows = ToInt16(widest->Rows());
-    g_arrCellAttr.ReDim(m_pages.LastTab(), ToInt16((g_nMaxGridCols + 1) * g_nMaxGridRows));
+    m_recordsPerPage = ToInt16((g_nMaxGridCols + 1) * g_nMaxGridRows) + 1;
+    g_arrCellAttr.assign(size_t(m_pages.LastTab()) + 1, {});
 }
 
 void CellStore::GrowForPage(int16_t page)
 {
-    g_arrCellAttr.ReDimKeep(page, ToInt16((g_nMaxGridCols + 1) * g_nMaxGridRows));
+    m_recordsPerPage = ToInt16((g_nMaxGridCols + 1) * g_nMaxGridRows) + 1;
+    g_arrCellAttr.resize(size_t(page) + 1);
+}
+
+void CellStore::Free()
+{
+    g_arrCellAttr.clear();
+    m_recordsPerPage = 0;
 }
 
 void CellStore::AddItemToGrd(int16_t Part, const QString& FormatType, bool IsNumber, bool ReadOnly,

@@ -9,6 +9,7 @@
 #include "platform/Arrays.h"
 
 #include <cstdint>
+#include <vector>
 
 namespace tessaly {
 
@@ -28,12 +29,12 @@ public:
     // The record of a cell, found through its grid's current row count.
     const CellAttr& Attr(int16_t page, int32_t row, int32_t col) const;
     // Whether the store has been sized for the pages yet.
-    bool Sized() const { return !g_arrCellAttr.IsSingle(); }
+    bool Sized() const { return m_recordsPerPage > 0; }
     // Every page gets as many records as the widest fixed page has cells.
     void SizeForPages();
     // A record set for a page added behind the others, keeping the rest.
     void GrowForPage(int16_t page);
-    void Free() { g_arrCellAttr.ReDimSingle(); }
+    void Free();
 
     // Writes the last four characters of the phone number into column 1 of
     // every "LOCK CODE" item.
@@ -44,11 +45,17 @@ public:
 private:
     void WriteCell(int16_t page, int32_t row, int32_t col, const QString& FormatType, bool IsNumber,
                    bool ReadOnly, const QString& ComboStr, const QString& InputStr);
+    // The place of a cell's record in its page's set; a place outside the
+    // store is a run-time error.
+    size_t RecordIndex(int16_t page, int32_t row, int32_t col) const;
     CellAttr& Record(int16_t page, int32_t row, int32_t col);
 
     PanelControls& c;
     const PageGrids& m_pages;
-    Array2D<CellAttr> g_arrCellAttr;
+    // The records of pages 0 to the last, each page's set made at its first
+    // write: a page never written reads empty records.
+    std::vector<std::vector<CellAttr>> g_arrCellAttr;
+    int32_t m_recordsPerPage = 0;
     Array1D<LockCodeCell> g_arrLockCodeCells;
     int16_t g_nMaxGridCols = 0;
     int16_t g_nMaxGridRows = 0;

@@ -94,8 +94,8 @@ void PageGrids::InitFlexGrid(int16_t page, int32_t valueWidth)
 
     const QColor shade = RGB(240, 240, 240);
     for (int col = 0; col <= grid->Cols() - 1; ++col) {
+        grid->setCol(col);
         for (int row = 0; row <= grid->Rows() - 1; ++row) {
-            grid->setCol(col);
             grid->setRow(row);
             grid->setCellAlignment(MSFlexGrid::LeftCenter);
             if (row % 2 == 1)

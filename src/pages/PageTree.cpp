@@ -59,8 +59,10 @@ void PageTree::OrvenTreeView1_Click()
                 SetFraFlexGridVisible(page, true);
         }
 
+        // The panel's own surface changes under the page's title alone:
+        // repainting that runs the panel's Paint, as a full repaint would.
         if (!c.Ended())
-            c.UserControl.update(c.OwnSurface());
+            c.UserControl.update(c.lblDataTitle->geometry());
     });
 }
 
