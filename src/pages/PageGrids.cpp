@@ -6,6 +6,20 @@
 
 namespace tessaly {
 
+namespace {
+
+// The pages' font, Tahoma of 9 points, set in one change: each change of a
+// list's font rebuilds its drop-down.
+void SetPageFont(QWidget& control)
+{
+    QFont font = control.font();
+    font.setFamily(QStringLiteral("Tahoma"));
+    font.setPointSizeF(9);
+    control.setFont(font);
+}
+
+} // namespace
+
 PageGrids::PageGrids(PanelControls& controls)
     : c(controls)
 {
@@ -106,8 +120,7 @@ void PageGrids::InitFlexGrid(int16_t page, int32_t valueWidth)
         grid->setRowHeight(row, 300);
 
     grid->setForeColor(RGB(73, 73, 73));
-    grid->setFontSize(9);
-    grid->setFontName(QStringLiteral("Tahoma"));
+    SetPageFont(*grid);
     grid->setGridLines(1);
     grid->setGridColor(RGB(215, 215, 215));
     grid->setGridLinesFixed(1);
@@ -125,14 +138,12 @@ void PageGrids::DressEditors(int16_t page)
     editor->setHeight(float(grid->CellHeight()));
     editor->setText(grid->TextMatrix(grid->Row(), grid->Col()));
     editor->setForeColor(RGB(73, 73, 73));
-    editor->setFontSize(9);
-    editor->setFontName(QStringLiteral("Tahoma"));
+    SetPageFont(*editor);
     editor->setVisible(false);
     editor->Refresh();
 
     ComboBox* combo = c.cboEditCell(page);
-    combo->setFontSize(9);
-    combo->setFontName(QStringLiteral("Tahoma"));
+    SetPageFont(*combo);
     combo->setVisible(false);
 }
 
