@@ -1,6 +1,4 @@
-// The table of pages that the tree, the grids and the catalogue all read:
-// one entry per fixed page, nodes that can be built in order, and look-ups
-// that find what the table holds and nothing else.
+// The table of pages that the tree, the grids and the catalogue all read.
 #include "pages/PageTable.h"
 
 #include <QSet>
@@ -40,9 +38,6 @@ TEST(PageTable, EveryFixedPageOnceAndEveryNodeBuildableInTheTablesOrder)
         EXPECT_EQ(FindPage(int16_t(number))->number, number);
     for (int profile = FirstProfilePage; profile <= LastProfilePage; ++profile)
         EXPECT_STREQ(FindPage(int16_t(profile))->parent, FindPage(ProfilesPart)->node);
-}
-
-TEST(PageTable, LookUpsMatchExactlyAndKnowNoAddedPage)
-{
+    // Look-ups match exactly and know no added page.
     EXPECT_FALSE(FindPage(-1) || FindPage(LastFixedPage + 1) || FindPageByNode(QStringLiteral("data")));
 }

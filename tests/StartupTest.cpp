@@ -14,40 +14,6 @@ TEST_F(StartupTest, PanelHasItsFixedSizeAndShowsBasicInformation)
     EXPECT_TRUE(shownPages().isEmpty());
     EXPECT_EQ(panel().OrvenTreeView1->SelectedText(), "Basic Information");
     EXPECT_EQ(panel().lblDataTitle->Caption(), "Basic Information");
-    EXPECT_EQ(panel().lblModelPortInfo->Caption(), "Mode Name");
-}
-
-TEST_F(StartupTest, EveryPageHasItsOwnGridAndEditorsInTheOneDataRectangle)
-{
-    for (int page = 0; page <= 20; ++page) {
-        SCOPED_TRACE(page);
-        EXPECT_EQ(frame(page)->geometry(), panel().fraBasicInfo->geometry());
-        for (const char* name : {"MSFlexGrid1", "cboEditCell", "txtEdit"}) {
-            QWidget* element = control(QStringLiteral("%1(%2)").arg(QLatin1String(name)).arg(page));
-            ASSERT_NE(element, nullptr) << name;
-            EXPECT_EQ(element->parentWidget(), frame(page)) << name;
-            EXPECT_FALSE(element->isVisible()) << name;
-        }
-        EXPECT_EQ(grid(page)->Rows(), 100);
-        // Item rows are shaded one in two, counting from the title row.
-        for (int row : {1, 2}) {
-            grid(page)->setRow(row);
-            grid(page)->setCol(1);
-            EXPECT_EQ(grid(page)->CellBackColor(), row % 2 ? RGB(240, 240, 240) : QColor());
-        }
-    }
-    EXPECT_EQ(control(QStringLiteral("MSFlexGrid1(21)")), nullptr);
-}
-
-TEST_F(StartupTest, EndingThePanelTwiceFindsNothingLeftAndSaysSo)
-{
-    PanelOf(*host).MemoryFree();
-    EXPECT_EQ(host->findChildren<MSFlexGrid*>().size(), 0);
-    DialogAnswerer answerer;
-    host.reset();
-    ASSERT_EQ(answerer.texts().size(), 1);
-    EXPECT_EQ(answerer.texts().first(),
-              "Error[Common_Function/MemoryFree]:340\tControl array element '0' doesn't exist\t");
 }
 
 TEST_F(StartupTest, IdlePanelRepaintsNothing)
