@@ -1,10 +1,24 @@
 #include "commands/ModelBinding.h"
 
+#include "commands/ModelEvents.h"
 #include "commands/Progress.h"
 #include "frame/ReportError.h"
 #include "platform/MsgBox.h"
 
 namespace tessaly {
+
+namespace {
+
+// Each event of the model and the slot that takes it.
+const char* const Events[][2] = {
+    {SIGNAL(StepIt(int32_t)), SLOT(StepIt(int32_t))},
+    {SIGNAL(GetSubTotalProgressCount(QString, int32_t, int32_t)), SLOT(GetSubTotalProgressCount(QString, int32_t, int32_t))},
+    {SIGNAL(GetTotalProgressCount(int32_t, int32_t)), SLOT(GetTotalProgressCount(int32_t, int32_t))},
+    {SIGNAL(SetProcessStep(int32_t, int32_t, int32_t)), SLOT(SetProcessStep(int32_t, int32_t, int32_t))},
+    {SIGNAL(SetSubProcessStep(int32_t, int32_t, int32_t)), SLOT(SetSubProcessStep(int32_t, int32_t, int32_t))},
+};
+
+} // namespace
 
 ModelBinding::ModelBinding(PanelControls& controls, Progress& progress)
     : c(controls)
@@ -16,28 +30,14 @@ void ModelBinding::SetModelDLL(IBaseModel* model)
 {
     OnErrorReport("Interface", "SetModelDLL", [&] {
         g_objModel = model;
-        // The sink leaves the earlier model and joins this one.
+        // The receiver leaves the earlier model and joins this one.
         for (const QMetaObject::Connection& connection : std::exchange(events, {}))
             QObject::disconnect(connection);
-        if (model) {
-            QObject* sink = c.Handlers.get();
-            events = {
-                QObject::connect(model, &IBaseModelEvents::StepIt, sink, [this](int32_t lPort) { m_progress.events_StepIt(lPort); }),
-                QObject::connect(model, &IBaseModelEvents::GetSubTotalProgressCount, sink,
-                                 [this](const QString& name, int32_t count, int32_t lPort) {
-                                     m_progress.events_GetSubTotalProgressCount(name, count, lPort);
-                                 }),
-                QObject::connect(model, &IBaseModelEvents::GetTotalProgressCount, sink,
-                                 [this](int32_t count, int32_t lPort) { m_progress.events_GetTotalProgressCount(count, lPort); }),
-                QObject::connect(model, &IBaseModelEvents::SetProcessStep, sink,
-                                 [this](int32_t lProcess, int32_t nStatus, int32_t lPort) {
-                                     m_progress.events_SetProcessStep(lProcess, nStatus, lPort);
-                                 }),
-                QObject::connect(model, &IBaseModelEvents::SetSubProcessStep, sink,
-                                 [this](int32_t lProcess, int32_t nStatus, int32_t lPort) {
-                                     m_progress.events_SetSubProcessStep(lProcess, nStatus, lPort);
-                                 }),
-            };
+        if (model && c.Handlers) {
+            if (!m_receiver)
+                m_receiver = new ModelEvents(c.Handlers.get(), m_progress);
+            for (const char* const* event : Events)
+                events << QObject::connect(model, event[0], m_receiver, event[1]);
         }
         if (!g_objModel) {
             c.lblModelPortInfo->setCaption(QStringLiteral("No Phone"));

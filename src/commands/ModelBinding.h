@@ -13,6 +13,7 @@
 
 namespace tessaly {
 
+class ModelEvents;
 class Progress;
 
 class ModelBinding {
@@ -30,6 +31,7 @@ private:
     Progress& m_progress;
     QPointer<IBaseModel> g_objModel;
     QList<QMetaObject::Connection> events;
+    QPointer<ModelEvents> m_receiver; // made at the first binding, with the handlers as its parent
 };
 
 } // namespace tessaly
