@@ -3,7 +3,6 @@
 #include "platform/Numeric.h"
 #include "support/DialogAnswerer.h"
 
-#include <QApplication>
 
 #include <gtest/gtest.h>
 
@@ -19,8 +18,6 @@ TEST(ErrorTrap, ReportLineCarriesLabelsNumberAndDescriptionBetweenTabs)
     const SeenDialog& box = answerer.seen().first();
     EXPECT_EQ(box.text, "Error[Event_Function/events_StepIt]:6\tOverflow\t");
     EXPECT_EQ(box.icon, QMessageBox::NoIcon);
-    EXPECT_EQ(box.buttons, 1);
-    EXPECT_EQ(box.title, QApplication::applicationName());
     // The handler ends the error: nothing is current afterwards.
     EXPECT_EQ(Err().Number, 0);
 }

@@ -1,11 +1,14 @@
-// The progress of a running command: three counters moved by the model's
-// events, shown as one bar and a percentage. The bar and the caption are
-// drawn at once, while the model's call still holds the thread.
-#include "panel/Panel.h"
+#include "commands/Progress.h"
 
 #include "frame/ReportError.h"
 #include "platform/MsgBox.h"
 #include "platform/Numeric.h"
+
+#include <QScopedValueRollback>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
 
 namespace tessaly {
 
@@ -20,9 +23,32 @@ int16_t Percentage(int32_t count, int32_t total)
     return RoundToInt16(double(hundredfold) / double(total));
 }
 
+// The count after `count` at which the percentage first differs from `now`,
+// the percentage at `count`, in `total`. The search starts where the
+// quotient passes the next half and steps to the exact count; the run ends
+// where a product would overflow.
+int32_t EndOfRun(int32_t count, int16_t now, int32_t total)
+{
+    constexpr int64_t LastCount = std::numeric_limits<int32_t>::max() / 100;
+    if (total <= 0)
+        return count + 1;
+    const auto same = [&](int64_t at) { return std::nearbyint(double(at * 100) / double(total)) == double(now); };
+    int64_t end = std::max<int64_t>(int64_t(count) + 1, (2 * int64_t(now) + 1) * total / 200);
+    while (end <= LastCount && same(end))
+        ++end;
+    while (end - 1 > count && !same(end - 1))
+        --end;
+    return int32_t(std::min(end, LastCount + 1));
+}
+
 } // namespace
 
-void Panel::events_StepIt(int32_t)
+Progress::Progress(PanelControls& controls)
+    : c(controls)
+{
+}
+
+void Progress::events_StepIt(int32_t)
 {
     OnErrorReport("Event_Function", "events_StepIt", [&] {
         g_lProgressCount = ToInt32(int64_t(g_lProgressCount) + 1);
@@ -31,12 +57,22 @@ void Panel::events_StepIt(int32_t)
             return;
         }
         // Only a change of the whole percentage is drawn.
-        if (Percentage(g_lProgressCount, g_lTotalProgressCount) != Percentage(g_lProgressCount - 1, g_lTotalProgressCount))
+        if (PercentageChanged())
             DrawProgress();
     });
 }
 
-void Panel::events_GetSubTotalProgressCount(const QString&, int32_t dwTotalProgressCount, int32_t)
+bool Progress::FindRun()
+{
+    const int32_t count = g_lProgressCount;
+    const int32_t total = g_lTotalProgressCount;
+    const int16_t now = Percentage(count, total);
+    const bool changed = now != Percentage(count - 1, total);
+    m_run = {total, count, EndOfRun(count, now, total)};
+    return changed;
+}
+
+void Progress::events_GetSubTotalProgressCount(const QString&, int32_t dwTotalProgressCount, int32_t)
 {
     OnErrorReport("Event_Function", "events_GetSubTotalProgressCount", [&] {
         g_lSubTotalProgressCount = dwTotalProgressCount;
@@ -44,25 +80,25 @@ void Panel::events_GetSubTotalProgressCount(const QString&, int32_t dwTotalProgr
     });
 }
 
-void Panel::events_GetTotalProgressCount(int32_t dwTotalProgressCount, int32_t)
+void Progress::events_GetTotalProgressCount(int32_t dwTotalProgressCount, int32_t)
 {
     OnErrorReport("Event_Function", "events_GetTotalProgressCount",
                   [&] { g_lTotalProgressCount = dwTotalProgressCount; });
 }
 
-void Panel::events_SetProcessStep(int32_t, int32_t nStatus, int32_t)
+void Progress::events_SetProcessStep(int32_t, int32_t nStatus, int32_t)
 {
     OnErrorReport("Event_Function", "events_SetProcessStep", [&] { MoveToStep(nStatus); });
 }
 
-void Panel::events_SetSubProcessStep(int32_t, int32_t nStatus, int32_t)
+void Progress::events_SetSubProcessStep(int32_t, int32_t nStatus, int32_t)
 {
     OnErrorReport("Event_Function", "events_SetSubProcessStep", [&] { MoveToStep(nStatus); });
 }
 
 // A step that starts (1) clears the counter; one that ends (2) brings it to
 // the count of the last sub-process. Nothing is drawn until the next step.
-void Panel::MoveToStep(int32_t nStatus)
+void Progress::MoveToStep(int32_t nStatus)
 {
     if (nStatus == 1)
         g_lProgressCount = 0;
@@ -70,9 +106,10 @@ void Panel::MoveToStep(int32_t nStatus)
         g_lProgressCount = g_lSubTotalProgressCount;
 }
 
-void Panel::DrawProgress()
+void Progress::DrawProgress()
 {
     OnErrorReport("Common_Function", "DrawProgress", [&] {
+        const QScopedValueRollback drawing(m_drawing, true);
         DrawProgressBar();
         DrawProgressState();
     });
@@ -81,28 +118,28 @@ void Panel::DrawProgress()
 // Copies as much of the filled bar as the percentage asks onto the empty one,
 // one pixel in from its edge. Nothing is erased: a lower percentage leaves the
 // wider bar until the empty one is refreshed.
-void Panel::DrawProgressBar()
+void Progress::DrawProgressBar()
 {
     OnErrorReport("Common_Function", "DrawProgressBar", [&] {
         int16_t width = 0;
         if (g_lTotalProgressCount != 0) {
             const int16_t percentage = Percentage(g_lProgressCount, g_lTotalProgressCount);
-            width = RoundToInt16(pbProgress->Width() / TwipsPerPixel * percentage / 100.0);
+            width = RoundToInt16(c.pbProgress->Width() / TwipsPerPixel * percentage / 100.0);
         }
-        const int32_t height = RoundToInt32(pbProgress->Height() / TwipsPerPixel);
-        pbProgressBg->BitBlt(1, 1, width, height, *pbProgress, 0, 0);
+        const int32_t height = RoundToInt32(c.pbProgress->Height() / TwipsPerPixel);
+        c.pbProgressBg->BitBlt(1, 1, width, height, *c.pbProgress, 0, 0);
     });
 }
 
-void Panel::DrawProgressState()
+void Progress::DrawProgressState()
 {
     OnErrorReport("Common_Function", "DrawProgressState", [&] {
         const int16_t percentage =
             g_lTotalProgressCount == 0 ? int16_t(0) : Percentage(g_lProgressCount, g_lTotalProgressCount);
-        lblPercent->setCaption(percentage == 100 ? QStringLiteral("Complete")
+        c.lblPercent->setCaption(percentage == 100 ? QStringLiteral("Complete")
                                                  : QString::number(percentage) + QStringLiteral(" %"));
-        lblPercent->Refresh();
-        pbProgressBg->setProgressValue(percentage);
+        c.lblPercent->Refresh();
+        c.pbProgressBg->setProgressValue(percentage);
     });
 }
 

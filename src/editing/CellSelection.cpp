@@ -1,22 +1,31 @@
 // Selecting a cell and laying an editor over it. A click or an arrow key only
 // moves the current cell, which closes the page's editors; a double click or
 // the release of Enter or F2 opens the editor that the cell's attributes ask for.
-#include "panel/Panel.h"
+#include "editing/Editors.h"
 
 #include "frame/ReportError.h"
+#include "pages/CellStore.h"
+#include "pages/PageGrids.h"
 #include "platform/VirtualKey.h"
 
 namespace tessaly {
 
+Editors::Editors(PanelControls& controls, const PageGrids& pages, CellStore& cells)
+    : c(controls)
+    , m_pages(pages)
+    , m_cells(cells)
+{
+}
+
 // Hides the text box, then the combo box, of a page; once both are closed,
 // the page's cell changes and scrolling are no longer listened to.
-void Panel::CloseEditors(int16_t Index)
+void Editors::CloseEditors(int16_t Index)
 {
-    TextBox* box = txtEdit(Index);
-    ComboBox* combo = cboEditCell(Index);
+    TextBox* box = c.txtEdit(Index);
+    ComboBox* combo = c.cboEditCell(Index);
     if (!box->isHidden()) {
         box->setVisible(false); // may raise txtEdit_LostFocus
-        if (Ended())
+        if (c.Ended())
             return;
     }
     combo->setVisible(false);
@@ -24,26 +33,26 @@ void Panel::CloseEditors(int16_t Index)
         StopWatchingEditors(Index);
 }
 
-void Panel::MSFlexGrid1_RowConlChange(int16_t Index)
+void Editors::MSFlexGrid1_RowConlChange(int16_t Index)
 {
     OnErrorReport("Event_Function", "MSFlexGrid1_RowConlChange", [&] { CloseEditors(Index); });
 }
 
-void Panel::MSFlexGrid1_Scroll(int16_t Index)
+void Editors::MSFlexGrid1_Scroll(int16_t Index)
 {
     OnErrorReport("Event_Function", "MSFlexGrid1_Scroll", [&] { CloseEditors(Index); });
 }
 
-void Panel::MSFlexGrid1_DblClick(int16_t Index)
+void Editors::MSFlexGrid1_DblClick(int16_t Index)
 {
     OnErrorReport("Event_Function", "MSFlexGrid1_DblClick", [&] { SetComboOrTextBox(Index); });
 }
 
 // The arrow keys move the current cell inside the item area: never onto the
 // title row or into the title column.
-void Panel::MSFlexGrid1_KeyDown(int16_t Index, int16_t KeyCode, int16_t)
+void Editors::MSFlexGrid1_KeyDown(int16_t Index, int16_t KeyCode, int16_t)
 {
-    MSFlexGrid* grid = MSFlexGrid1(Index);
+    MSFlexGrid* grid = c.MSFlexGrid1(Index);
     switch (KeyCode) {
     case vbKeyDown:
         if (grid->Row() != grid->Rows() - 1)
@@ -66,28 +75,28 @@ void Panel::MSFlexGrid1_KeyDown(int16_t Index, int16_t KeyCode, int16_t)
     }
 }
 
-void Panel::MSFlexGrid1_KeyUp(int16_t Index, int16_t KeyCode, int16_t)
+void Editors::MSFlexGrid1_KeyUp(int16_t Index, int16_t KeyCode, int16_t)
 {
     if (KeyCode == vbKeyReturn || KeyCode == vbKeyF2)
         SetComboOrTextBox(Index);
 }
 
-void Panel::SetComboOrTextBox(int16_t Index)
+void Editors::SetComboOrTextBox(int16_t Index)
 {
     OnErrorReport("Common_Function", "SetComboOrTextBox", [&] {
-        if (g_arrCellAttr.UBound(1) == 0)
+        if (!m_cells.Sized())
             return; // no cell store: nothing to edit
-        MSFlexGrid* grid = MSFlexGrid1(Index);
+        MSFlexGrid* grid = c.MSFlexGrid1(Index);
         const int col = grid->Col();
         const int row = grid->Row();
         const QString text = grid->TextMatrix(row, col);
-        const CellAttr attr = g_arrCellAttr(Index, grid->Rows() * col + row);
+        const CellAttr attr = m_cells.Attr(Index, row, col);
         const QStringList items = attr.ComboStr.isEmpty() ? QStringList() : attr.ComboStr.split(QLatin1Char('|'));
 
-        TextBox* box = txtEdit(Index);
-        ComboBox* combo = cboEditCell(Index);
+        TextBox* box = c.txtEdit(Index);
+        ComboBox* combo = c.cboEditCell(Index);
         box->setVisible(false); // may raise txtEdit_LostFocus
-        if (Ended())
+        if (c.Ended())
             return;
         combo->setVisible(false);
         if (grid->LeftCol() > col || grid->TopRow() > row)
@@ -134,11 +143,11 @@ void Panel::SetComboOrTextBox(int16_t Index)
     });
 }
 
-void Panel::SetCellPosition()
+void Editors::SetCellPosition()
 {
     OnErrorReport("Common_Function", "SetCellPosition", [&] {
-        for (int16_t page = 0; page <= g_nLastTab; ++page) {
-            MSFlexGrid* grid = MSFlexGrid1(page);
+        for (int16_t page = 0; page <= m_pages.LastTab(); ++page) {
+            MSFlexGrid* grid = c.MSFlexGrid1(page);
             grid->setCol(0);
             grid->setRow(1);
             grid->setLeftCol(0);
@@ -146,6 +155,32 @@ void Panel::SetCellPosition()
             grid->setCellBackColor(RGB(240, 240, 240));
         }
     });
+}
+
+// A grid raises RowColChange at every cell the host writes, thousands in a
+// row, and Scroll with every step of the wheel; their handlers only close the
+// page's editors. So the editors listen to the two while an editor of the
+// page is open, and stop at the first of them that finds both closed.
+void Editors::WatchEditorsClosing(int16_t Index)
+{
+    if (size_t(Index) >= m_editorWatch.size())
+        m_editorWatch.resize(size_t(Index) + 1);
+    auto& [cellChange, scroll] = m_editorWatch[size_t(Index)];
+    if (cellChange)
+        return;
+    MSFlexGrid* grid = c.MSFlexGrid1(Index);
+    cellChange = QObject::connect(grid, &MSFlexGrid::RowColChange, c.Handlers.get(),
+                                  [this, Index] { MSFlexGrid1_RowConlChange(Index); });
+    scroll = QObject::connect(grid, &MSFlexGrid::Scroll, c.Handlers.get(), [this, Index] { MSFlexGrid1_Scroll(Index); });
+}
+
+void Editors::StopWatchingEditors(int16_t Index)
+{
+    if (size_t(Index) >= m_editorWatch.size())
+        return;
+    auto& [cellChange, scroll] = m_editorWatch[size_t(Index)];
+    QObject::disconnect(cellChange);
+    QObject::disconnect(scroll);
 }
 
 } // namespace tessaly

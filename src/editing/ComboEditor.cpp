@@ -1,18 +1,18 @@
 // The combo editor of a page: a pick writes the item's text into the current
 // cell and does nothing else.
-#include "panel/Panel.h"
+#include "editing/Editors.h"
 
 #include "frame/ReportError.h"
 
 namespace tessaly {
 
-void Panel::cboEditCell_Click(int16_t Index)
+void Editors::cboEditCell_Click(int16_t Index)
 {
     OnErrorReport("Event_Function", "cboEditCell_Click", [&] {
-        MSFlexGrid* grid = MSFlexGrid1(Index);
+        MSFlexGrid* grid = c.MSFlexGrid1(Index);
         const int row = grid->Row();
         const int col = grid->Col();
-        grid->setTextMatrix(row, col, cboEditCell(Index)->Text());
+        grid->setTextMatrix(row, col, c.cboEditCell(Index)->Text());
     });
 }
 

@@ -2,15 +2,14 @@
 // every key release, so the grid always holds what the user typed; number
 // cells take digits only; the phone number drives every lock code; leaving
 // the box checks the value limits.
-#include "panel/Panel.h"
+#include "editing/Editors.h"
 
 #include "frame/ReportError.h"
 #include "frame/frmMsgBox.h"
+#include "pages/CellStore.h"
 #include "platform/ModalBox.h"
 #include "platform/Numeric.h"
 #include "platform/VirtualKey.h"
-
-#include <tessaly/Tessaly.h>
 
 #include <QPointer>
 
@@ -28,62 +27,58 @@ bool IsPhoneNumberCell(int16_t page, const MSFlexGrid& grid)
 
 } // namespace
 
-void Panel::txtEdit_GotFocus(int16_t Index)
+void Editors::txtEdit_GotFocus(int16_t Index)
 {
     OnErrorReport("Event_Function", "txtEdit_GotFocus", [&] {
-        txtEdit(Index)->setSelStart(0);
-        const MSFlexGrid* grid = MSFlexGrid1(Index);
+        c.txtEdit(Index)->setSelStart(0);
+        const MSFlexGrid* grid = c.MSFlexGrid1(Index);
         g_nEditPart = Index;
         g_nEditRow = ToInt16(grid->Row());
         g_nEditCol = ToInt16(grid->Col());
         if (IsPhoneNumberCell(Index, *grid)) {
             // The focus comes back with the window's activation when the box
             // closes, which raises no second GotFocus.
-            const QPointer<frmMsgBox> notice = new frmMsgBox(&UserControl);
+            const QPointer<frmMsgBox> notice = new frmMsgBox(&c.UserControl);
             notice->SetMessage(QStringLiteral("LOCK_CODE would be changed according to MDN"));
             ShowModal(*notice);
             delete notice.data();
-            if (Ended())
+            if (c.Ended())
                 return;
-            txtEdit(Index)->SetFocus();
+            c.txtEdit(Index)->SetFocus();
         }
     });
 }
 
-void Panel::txtEdit_KeyPress(int16_t Index, int16_t& KeyAscii)
+void Editors::txtEdit_KeyPress(int16_t Index, int16_t& KeyAscii)
 {
     OnErrorReport("Event_Function", "txtEdit_KeyPress", [&] {
-        const MSFlexGrid* grid = MSFlexGrid1(Index);
-        const CellAttr& attr = g_arrCellAttr(Index, grid->Rows() * grid->Col() + grid->Row());
+        const MSFlexGrid* grid = c.MSFlexGrid1(Index);
+        const CellAttr& attr = m_cells.Attr(Index, grid->Row(), grid->Col());
         if (attr.IsNumber && KeyAscii != vbKeyBack && (KeyAscii > '9' || KeyAscii < '0'))
             KeyAscii = 0;
     });
 }
 
-void Panel::txtEdit_KeyUp(int16_t Index, int16_t KeyCode, int16_t)
+void Editors::txtEdit_KeyUp(int16_t Index, int16_t KeyCode, int16_t)
 {
     OnErrorReport("Event_Function", "txtEdit_KeyUp", [&] {
-        TextBox* box = txtEdit(Index);
-        MSFlexGrid* grid = MSFlexGrid1(Index);
+        TextBox* box = c.txtEdit(Index);
+        MSFlexGrid* grid = c.MSFlexGrid1(Index);
         box->SetFocus();
         grid->setTextMatrix(grid->Row(), grid->Col(), box->Text());
         if (KeyCode == vbKeyReturn) {
             box->setVisible(false); // raises txtEdit_LostFocus
-            if (Ended())
+            if (c.Ended())
                 return;
             grid->SetFocus();
         }
         if (IsPhoneNumberCell(Index, *grid)) {
-            const QString strLock = grid->TextMatrix(grid->Row(), grid->Col()).right(4);
-            for (int i = 0; i <= g_arrLockCodeCells.UBound() - 1; ++i) {
-                const LockCodeCell entry = g_arrLockCodeCells(i);
-                MSFlexGrid1(entry.nPart)->setTextMatrix(entry.nRow, 1, strLock);
-            }
+            m_cells.SetLockCodes(grid->TextMatrix(grid->Row(), grid->Col()).right(4));
         }
     });
 }
 
-void Panel::txtEdit_LostFocus(int16_t)
+void Editors::txtEdit_LostFocus(int16_t)
 {
     OnErrorReport("Event_Function", "txtEdit_LostFocus", [&] { CheckOverflow(); });
 }

@@ -1,9 +1,10 @@
 // The two channel items whose values have a range. When the text editor
 // loses the focus, the cell where editing began is checked, and a value out
 // of range is told and replaced by the item's default.
-#include "panel/Panel.h"
+#include "editing/Editors.h"
 
 #include "frame/ReportError.h"
+#include "pages/CellStore.h"
 #include "platform/MsgBox.h"
 
 #include <charconv>
@@ -65,7 +66,7 @@ double ReadNumber(const QString& text)
 
 } // namespace
 
-ItemBoundary Panel::SetBoundaryOfItem(const QString& strTitle, int32_t lReserved, int16_t nMin, int16_t nMax,
+ItemBoundary Editors::SetBoundaryOfItem(const QString& strTitle, int32_t lReserved, int16_t nMin, int16_t nMax,
                                       int16_t nDefault)
 {
     ItemBoundary boundary;
@@ -79,7 +80,7 @@ ItemBoundary Panel::SetBoundaryOfItem(const QString& strTitle, int32_t lReserved
     return boundary;
 }
 
-void Panel::CheckOverflow()
+void Editors::CheckOverflow()
 {
     OnErrorReport("Common_Function", "CheckOverflow", [&] {
         // The remembered cell, not the current one, which may have moved on.
@@ -91,8 +92,8 @@ void Panel::CheckOverflow()
             SetBoundaryOfItem(QStringLiteral("Secondary CDMA Channel, A band"), 0, 0, 32767, 0),
         };
 
-        MSFlexGrid* grid = MSFlexGrid1(part);
-        if (!g_arrCellAttr(part, grid->Rows() * col + row).IsNumber)
+        MSFlexGrid* grid = c.MSFlexGrid1(part);
+        if (!m_cells.Attr(part, row, col).IsNumber)
             return;
         const QString title = grid->TextMatrix(row, 0);
         const ItemBoundary* boundary = nullptr;
@@ -110,9 +111,9 @@ void Panel::CheckOverflow()
         if (value >= boundary->nMin && value <= boundary->nMax)
             return;
         MsgBox(boundary->strTitle + QStringLiteral(" doesn't allow the value : ") + text);
-        if (Ended())
+        if (c.Ended())
             return;
-        MSFlexGrid1(part)->setTextMatrix(row, col, QString::number(boundary->nDefault));
+        c.MSFlexGrid1(part)->setTextMatrix(row, col, QString::number(boundary->nDefault));
     });
 }
 

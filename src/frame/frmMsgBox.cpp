@@ -63,6 +63,7 @@ frmMsgBox::frmMsgBox(QWidget* parent)
     }
     picCommand = Place<PictureBox>(this, "picCommand", 4350, 1860, 1215, 465);
     picCommand->setAccessibleName(QStringLiteral("OK"));
+    m_ok.emplace(picCommand, ButtonLooks{imgBtnOK(0)->Picture(), imgBtnOK(1)->Picture(), {}, {}});
 
     connect(picCommand, &PictureBox::Click, this, [this] { picCommand_Click(); });
     connect(picCommand, &PictureBox::MouseMove, this,
@@ -81,7 +82,7 @@ void frmMsgBox::setVisible(bool visible)
     if (visible && !m_loaded) {
         m_loaded = true;
         Form_Load();
-        // The platform centres the box on the screen, not over its owner.
+        // The box opens in the middle of the screen, not over its owner.
         const QScreen* screen = parentWidget() ? parentWidget()->screen() : QGuiApplication::primaryScreen();
         if (screen)
             move(screen->availableGeometry().center() - rect().center());
@@ -103,7 +104,7 @@ void frmMsgBox::Form_Load()
     installEventFilter(this);
     for (QWidget* control : findChildren<QWidget*>())
         control->installEventFilter(this);
-    picCommand->setPicture(imgBtnOK(1)->Picture());
+    m_ok->ShowHover();
 }
 
 void frmMsgBox::SetRoundRegion()
@@ -143,18 +144,7 @@ void frmMsgBox::lblTitle_MouseMove(int Button, int /*Shift*/, float X, float Y)
 
 void frmMsgBox::picCommand_MouseMove(int /*Button*/, int /*Shift*/, float X, float Y)
 {
-    OnErrorReport("Event_Function", "picCommand_MouseMove", [&] {
-        const bool inside = X > 0 && Y > 0 && X < picCommand->Width() && Y < picCommand->Height();
-        if (inside) {
-            if (GetCapture() == picCommand)
-                return;
-            SetCapture(picCommand);
-            picCommand->setPicture(imgBtnOK(1)->Picture());
-        } else {
-            ReleaseCapture();
-            picCommand->setPicture(imgBtnOK(0)->Picture());
-        }
-    });
+    OnErrorReport("Event_Function", "picCommand_MouseMove", [&] { m_ok->MouseMove(X, Y); });
 }
 
 bool frmMsgBox::eventFilter(QObject* watched, QEvent* event)

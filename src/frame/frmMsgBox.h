@@ -11,11 +11,14 @@
 // and reads the message set before.
 #pragma once
 
+#include "frame/ImageButtonLook.h"
 #include "platform/ControlArray.h"
 #include "platform/Controls.h"
 #include "platform/Pictures.h"
 
 #include <QDialog>
+
+#include <optional>
 
 namespace tessaly {
 
@@ -52,6 +55,7 @@ private:
     void picCommand_MouseMove(int Button, int Shift, float X, float Y);
 
     bool m_loaded = false;
+    std::optional<ImageButtonLook> m_ok; // lit under the pointer
 };
 
 } // namespace tessaly

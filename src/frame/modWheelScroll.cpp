@@ -1,7 +1,6 @@
 #include "frame/modWheelScroll.h"
 
 #include "frame/ReportError.h"
-#include "panel/Panel.h"
 #include "platform/MSFlexGrid.h"
 #include "platform/Numeric.h"
 
@@ -121,15 +120,6 @@ void Scroll_Grid(int32_t lines, MSFlexGrid* grid)
 {
     OnErrorReport("modWheelScroll", "Scroll_Grid",
                   [&] { grid->setTopRow(ToInt32(int64_t(grid->TopRow()) + lines)); });
-}
-
-void Panel::ReleaseWheel()
-{
-    OnErrorReport("Common_Function", "ReleaseWheel", [&] {
-        for (int16_t page = 0; page <= g_nLastTab; ++page)
-            if (MSFlexGrid1.exists(page) && HasWheelScroll(MSFlexGrid1(page)))
-                RestoreWheelScroll(MSFlexGrid1(page));
-    });
 }
 
 } // namespace tessaly

@@ -1,12 +1,10 @@
 // The panel's controls as the layout stores them: kind, name, container,
 // place and look. Controls are made from the bottom of each container's
 // stacking order to the top, so that each lies over those made before it.
-#include "panel/Panel.h"
+#include "layout/PanelControls.h"
 
 #include "layout/LayoutFonts.h"
 #include "layout/SkinArt.h"
-
-#include <tessaly/Tessaly.h>
 
 namespace tessaly {
 
@@ -100,7 +98,27 @@ QPalette LayoutPalette()
 
 } // namespace
 
-void Panel::BuildLayout()
+PanelControls::PanelControls(QWidget& userControl)
+    : UserControl(userControl)
+{
+    BuildLayout();
+}
+
+// The panel's own surface leaves out the controls with windows of their own,
+// which Qt would otherwise repaint with it.
+QRegion PanelControls::OwnSurface() const
+{
+    QRegion surface(UserControl.rect());
+    for (QObject* child : UserControl.children()) {
+        auto* control = qobject_cast<QWidget*>(child);
+        if (control && control->isVisible() && !qobject_cast<Label*>(control) && !qobject_cast<Image*>(control)
+            && !qobject_cast<Shape*>(control))
+            surface -= control->geometry();
+    }
+    return surface;
+}
+
+void PanelControls::BuildLayout()
 {
     LoadLayoutFonts();
     QWidget* panel = &UserControl;

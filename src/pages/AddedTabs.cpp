@@ -1,10 +1,11 @@
-// Pages of the host's own behind page 20, and taking a page's node out of the
-// tree. Both report a failure to the host as the call's failure.
-#include "panel/Panel.h"
+#include "pages/AddedTabs.h"
 
+#include "pages/CellStore.h"
+#include "pages/PageGrids.h"
+#include "pages/PageTable.h"
 #include "platform/Numeric.h"
 
-#include <tessaly/Tessaly.h>
+#include <tessaly/TessalyError.h>
 
 TessalyError::TessalyError(int32_t number, const QString& description)
     : std::runtime_error(description.toStdString())
@@ -30,61 +31,73 @@ auto ReportToHost(Body&& body)
 
 } // namespace
 
-int16_t Panel::AddTab(const QString& strTabName, int16_t nFlexGridColCount)
+AddedTabs::AddedTabs(PanelControls& controls, PageGrids& pages, CellStore& cells)
+    : c(controls)
+    , m_pages(pages)
+    , m_cells(cells)
+{
+}
+
+int16_t AddedTabs::AddTab(const QString& strTabName, int16_t nFlexGridColCount)
 {
     return ReportToHost([&] {
-        OrvenTreeView1->AddRootNode(strTabName);
+        c.OrvenTreeView1->AddRootNode(strTabName);
         const int spare = g_arrAddedTab.UBound();
-        g_nLastTab = ToInt16(int64_t(g_nLastTab) + 1);
-        LoadTabControls(g_nLastTab);
-        MSFlexGrid1(g_nLastTab)->setCols(nFlexGridColCount);
+        const int16_t page = m_pages.AppendPage();
+        c.MSFlexGrid1(page)->setCols(nFlexGridColCount);
         g_arrAddedTab.ReDimPreserve(spare + 1);
-        g_arrAddedTab(spare) = {g_nLastTab, strTabName};
-        SetFlexGridTitle(g_nLastTab, 1, ToInt16(nFlexGridColCount - 1));
-        InitFlexGrid(g_nLastTab);
-        MSFlexGrid* grid = MSFlexGrid1(g_nLastTab);
-        grid->setColWidth(0, 3500);
-        for (int col = 1; col <= nFlexGridColCount - 1; ++col)
-            grid->setColWidth(col, 2800);
+        g_arrAddedTab(spare) = {page, strTabName};
+        m_pages.SetFlexGridTitle(page, 1, ToInt16(nFlexGridColCount - 1));
+        m_pages.InitFlexGrid(page, AddedValueWidth);
         // Every page has the records of the widest fixed page, whatever its width.
-        g_arrCellAttr.ReDimKeep(g_nLastTab, ToInt16((g_nMaxGridCols + 1) * g_nMaxGridRows));
-        return g_nLastTab;
+        m_cells.GrowForPage(page);
+        return page;
     });
 }
 
-void Panel::RemoveTab(int16_t TabNumber)
+void AddedTabs::RemoveTab(int16_t TabNumber)
 {
     ReportToHost([&] {
-        // Pages are removed newest first: the page loops need every number up to
-        // g_nLastTab. Any other page above 20 is refused before anything changes.
-        if (TabNumber > 20) {
+        // Any page above 20 but the newest is refused before anything changes.
+        if (TabNumber > LastFixedPage) {
             int16_t index = -1;
             FindAddedTabByNumber(TabNumber, index);
-            if (TabNumber != g_nLastTab || index < 0)
+            if (TabNumber != m_pages.LastTab() || index < 0)
                 Raise(errInvalidProcedureCall,
                       QStringLiteral("Page %1 is not the newest added page; remove added pages newest first").arg(TabNumber));
         }
-        static const char* const FixedNodes[] = {
-            "System NAM1", "General", "Data", "MIP Profile", "Feature", "MMS", "SMS/EMS", "WAP", "BREW", nullptr,
-            nullptr, nullptr, "LBS", "Calibration", "MIP Profile 0", "MIP Profile 1", "MIP Profile 2",
-            "MIP Profile 3", "MIP Profile 4", "MIP Profile 5", "System NAM2",
-        };
-        if (TabNumber >= 0 && TabNumber <= 20) {
-            if (const char* node = FixedNodes[TabNumber])
-                OrvenTreeView1->RemoveNode(QLatin1String(node));
-        } else {
+        if (const PageEntry* page = FindPage(TabNumber)) {
+            if (page->node)
+                c.OrvenTreeView1->RemoveNode(QLatin1String(page->node));
+        } else if (TabNumber > LastFixedPage) {
             int16_t index = 0;
             const QString name = FindAddedTabByNumber(TabNumber, index);
             if (!name.isEmpty()) {
-                OrvenTreeView1->RemoveNode(name);
+                c.OrvenTreeView1->RemoveNode(name);
                 g_arrAddedTab(index) = {-1, QString()};
             }
-        }
-        if (TabNumber > 20) {
-            g_nLastTab = ToInt16(g_nLastTab - 1);
-            UnloadTabControls(TabNumber);
+            m_pages.RemoveNewestPage();
         }
     });
+}
+
+int16_t AddedTabs::FindAddedTabByName(const QString& name) const
+{
+    for (const AddedTab& tab : g_arrAddedTab)
+        if (tab.TabName == name)
+            return ToInt16(tab.TabNumber);
+    return -1;
+}
+
+QString AddedTabs::FindAddedTabByNumber(int16_t number, int16_t& index) const
+{
+    for (int i = 0; i <= g_arrAddedTab.UBound(); ++i) {
+        if (g_arrAddedTab(i).TabNumber == number) {
+            index = int16_t(i);
+            return g_arrAddedTab(i).TabName;
+        }
+    }
+    return {};
 }
 
 } // namespace tessaly

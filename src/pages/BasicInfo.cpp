@@ -1,6 +1,6 @@
 // The six values of the basic information page. The security values of the
 // host interface have no store in the panel.
-#include "panel/Panel.h"
+#include "pages/BasicInfo.h"
 
 #include "frame/ReportError.h"
 
@@ -8,13 +8,18 @@
 
 namespace tessaly {
 
-void Panel::SetBasicInfo(const QString& PhoneVersion, const QString& WarrantyDate, const QString& ESN,
-                         const QString& MEID, const QString& LifeTime, const QString& LifeCnt)
+BasicInfo::BasicInfo(PanelControls& controls)
+    : c(controls)
+{
+}
+
+void BasicInfo::SetBasicInfo(const QString& PhoneVersion, const QString& WarrantyDate, const QString& ESN,
+                             const QString& MEID, const QString& LifeTime, const QString& LifeCnt)
 {
     OnErrorReport("Interface", "SetBasicInfo", [&] {
         const std::pair<TextBox*, const QString&> boxes[] = {
-            {txtPhoneSWVer, PhoneVersion}, {txtWarrantyDate, WarrantyDate}, {txtESN, ESN},
-            {txtMEID, MEID}, {txtLifeCnt, LifeCnt}, {txtLifeTimer, LifeTime},
+            {c.txtPhoneSWVer, PhoneVersion}, {c.txtWarrantyDate, WarrantyDate}, {c.txtESN, ESN},
+            {c.txtMEID, MEID}, {c.txtLifeCnt, LifeCnt}, {c.txtLifeTimer, LifeTime},
         };
         for (const auto& [box, value] : boxes)
             box->setText(value);

@@ -1,36 +1,89 @@
-// The host's cell operations: values with their editing attributes, item
-// titles, and reading a value back. As a page number, 3 stands for the six
-// MIP profile pages 14 to 19.
-#include "panel/Panel.h"
+#include "pages/CellStore.h"
 
 #include "frame/ReportError.h"
+#include "pages/PageGrids.h"
+#include "pages/PageTable.h"
 #include "platform/MsgBox.h"
 #include "platform/Numeric.h"
 
 namespace tessaly {
 
-void Panel::AddItemToGrd(int16_t Part, const QString& FormatType, bool IsNumber, bool ReadOnly,
-                         const QString& ComboStr, const QString& InputStr, int32_t row, int32_t col)
+CellStore::CellStore(PanelControls& controls, const PageGrids& pages)
+    : c(controls)
+    , m_pages(pages)
+{
+}
+
+size_t CellStore::RecordIndex(int16_t page, int32_t row, int32_t col) const
+{
+    const int64_t index = int64_t(c.MSFlexGrid1(page)->Rows()) * col + row;
+    if (page < 0 || size_t(page) >= g_arrCellAttr.size() || index < 0 || index >= m_recordsPerPage)
+        RaiseSubscript();
+    return size_t(index);
+}
+
+CellAttr& CellStore::Record(int16_t page, int32_t row, int32_t col)
+{
+    const size_t index = RecordIndex(page, row, col);
+    std::vector<CellAttr>& records = g_arrCellAttr[size_t(page)];
+    if (records.empty())
+        records.resize(size_t(m_recordsPerPage));
+    return records[index];
+}
+
+const CellAttr& CellStore::Attr(int16_t page, int32_t row, int32_t col) const
+{
+    static const CellAttr unwritten;
+    const size_t index = RecordIndex(page, row, col);
+    const std::vector<CellAttr>& records = g_arrCellAttr[size_t(page)];
+    return records.empty() ? unwritten : records[index];
+}
+
+// The widest fixed page is Calibration's.
+void CellStore::SizeForPages()
+{
+    const MSFlexGrid* widest = c.MSFlexGrid1(13);
+    g_nMaxGridCols = ToInt16(widest->Cols());
+    g_nMaxGridRows = ToInt16(widest->Rows());
+    m_recordsPerPage = ToInt16((g_nMaxGridCols + 1) * g_nMaxGridRows) + 1;
+    g_arrCellAttr.assign(size_t(m_pages.LastTab()) + 1, {});
+}
+
+void CellStore::GrowForPage(int16_t page)
+{
+    m_recordsPerPage = ToInt16((g_nMaxGridCols + 1) * g_nMaxGridRows) + 1;
+    g_arrCellAttr.resize(size_t(page) + 1);
+}
+
+void CellStore::Free()
+{
+    g_arrCellAttr.clear();
+    m_recordsPerPage = 0;
+}
+
+void CellStore::AddItemToGrd(int16_t Part, const QString& FormatType, bool IsNumber, bool ReadOnly,
+                             const QString& ComboStr, const QString& InputStr, int32_t row, int32_t col)
 {
     OnErrorReport("Interface", "AddItemToGrid", [&] {
-        if (Part < 0 || Part > g_nLastTab) {
+        if (Part < 0 || Part > m_pages.LastTab()) {
             MsgBox(QStringLiteral("Bad Tab Index.. In AddItemToGrd()"));
             return;
         }
-        if (Part != 3 && col >= MSFlexGrid1(Part)->Cols()) {
+        if (Part != ProfilesPart && col >= c.MSFlexGrid1(Part)->Cols()) {
             MsgBox(QStringLiteral("Bad Column Index.. In AddItemToGrd()"));
             return;
         }
-        if (Part != 3) {
+        if (Part != ProfilesPart) {
             WriteCell(Part, row, col, FormatType, IsNumber, ReadOnly, ComboStr, InputStr);
             return;
         }
-        WriteCell(ToInt16(int64_t(col) + 13), row, 1, FormatType, IsNumber, ReadOnly, ComboStr, InputStr);
+        WriteCell(ToInt16(int64_t(col) + FirstProfilePage - 1), row, 1, FormatType, IsNumber, ReadOnly, ComboStr,
+                  InputStr);
         // Profile 0's values are copied to the profiles beyond the current
         // count, so that a later, higher count finds them filled.
-        const int listIndex = cmbProfileCount->ListIndex();
+        const int listIndex = c.cmbProfileCount->ListIndex();
         if (col == 1 && listIndex < 5) {
-            for (int page = listIndex + 15; page <= 19; ++page)
+            for (int page = listIndex + FirstProfilePage + 1; page <= LastProfilePage; ++page)
                 WriteCell(int16_t(page), row, 1, FormatType, IsNumber, ReadOnly, ComboStr, InputStr);
         }
     });
@@ -38,12 +91,11 @@ void Panel::AddItemToGrd(int16_t Part, const QString& FormatType, bool IsNumber,
 
 // An empty ComboStr or FormatType keeps the stored string; the flags are
 // always overwritten.
-void Panel::WriteCell(int16_t page, int32_t row, int32_t col, const QString& FormatType, bool IsNumber,
-                      bool ReadOnly, const QString& ComboStr, const QString& InputStr)
+void CellStore::WriteCell(int16_t page, int32_t row, int32_t col, const QString& FormatType, bool IsNumber,
+                          bool ReadOnly, const QString& ComboStr, const QString& InputStr)
 {
-    MSFlexGrid* grid = MSFlexGrid1(page);
-    grid->setTextMatrix(row, col, InputStr);
-    CellAttr& attr = g_arrCellAttr(page, grid->Rows() * col + row);
+    c.MSFlexGrid1(page)->setTextMatrix(row, col, InputStr);
+    CellAttr& attr = Record(page, row, col);
     // A host fills page after page with the same strings: assigning a
     // string to itself would still cost two atomic counts.
     if (!ComboStr.isEmpty() && !attr.ComboStr.isSharedWith(ComboStr))
@@ -55,21 +107,21 @@ void Panel::WriteCell(int16_t page, int32_t row, int32_t col, const QString& For
     SetCellForeColor(page, row, col, ReadOnly);
 }
 
-void Panel::SetCellForeColor(int16_t Part, int32_t row, int32_t col, bool ReadOnly)
+void CellStore::SetCellForeColor(int16_t Part, int32_t row, int32_t col, bool ReadOnly)
 {
     OnErrorReport("Common_Function", "SetCellForeColor", [&] {
-        MSFlexGrid* grid = MSFlexGrid1(Part);
+        MSFlexGrid* grid = c.MSFlexGrid1(Part);
         grid->setCol(col);
         grid->setRow(row);
         grid->setCellForeColor(ReadOnly ? RGB(160, 160, 160) : RGB(73, 73, 73));
     });
 }
 
-void Panel::AddItemToGrid2(int16_t Part, const QString& /*FormatType*/, bool /*ReadOnly*/,
-                           const QString& /*ComboStr*/, const QString& InputStr, int32_t row, int32_t col)
+void CellStore::AddItemToGrid2(int16_t Part, const QString& /*FormatType*/, bool /*ReadOnly*/,
+                               const QString& /*ComboStr*/, const QString& InputStr, int32_t row, int32_t col)
 {
     OnErrorReport("Interface", "AddItemToGrid2", [&] {
-        if (Part < 0 || Part > g_nLastTab) {
+        if (Part < 0 || Part > m_pages.LastTab()) {
             MsgBox(QStringLiteral("Bad Tab Index.. In AddItemToGrd2()"));
             return;
         }
@@ -77,11 +129,11 @@ void Panel::AddItemToGrid2(int16_t Part, const QString& /*FormatType*/, bool /*R
             MsgBox(QStringLiteral("Bad Column Index.. In AddItemToGrd2()"));
             return;
         }
-        if (Part == 3) {
-            for (int16_t page = 14; page <= 19; ++page)
-                MSFlexGrid1(page)->setTextMatrix(row, 0, InputStr);
+        if (Part == ProfilesPart) {
+            for (int16_t page = FirstProfilePage; page <= LastProfilePage; ++page)
+                c.MSFlexGrid1(page)->setTextMatrix(row, 0, InputStr);
         } else {
-            MSFlexGrid1(Part)->setTextMatrix(row, 0, InputStr);
+            c.MSFlexGrid1(Part)->setTextMatrix(row, 0, InputStr);
         }
         if (InputStr == QLatin1String("LOCK CODE")) {
             const int last = g_arrLockCodeCells.UBound();
@@ -94,24 +146,33 @@ void Panel::AddItemToGrid2(int16_t Part, const QString& /*FormatType*/, bool /*R
     });
 }
 
-QString Panel::GetItemFromGrd(int16_t Part, int32_t row, int32_t col)
+QString CellStore::GetItemFromGrd(int16_t Part, int32_t row, int32_t col)
 {
     QString result;
     OnErrorReport("Interface", "GetItemFromGrd", [&] {
-        if (Part < 0 || Part > g_nLastTab) {
+        if (Part < 0 || Part > m_pages.LastTab()) {
             MsgBox(QStringLiteral("Bad Tab Index.. In GetItemFromGrd()"));
             return;
         }
-        if (Part != 3 && MSFlexGrid1(Part)->Cols() <= ToInt32(int64_t(col) + 1)) {
+        if (Part != ProfilesPart && c.MSFlexGrid1(Part)->Cols() <= ToInt32(int64_t(col) + 1)) {
             MsgBox(QStringLiteral("Bad Column Index.. In GetItemFromGrd()"));
             return;
         }
-        if (Part == 3)
-            result = MSFlexGrid1(ToInt16(int64_t(col) + 14))->TextMatrix(row, 1);
+        if (Part == ProfilesPart)
+            result = c.MSFlexGrid1(ToInt16(int64_t(col) + FirstProfilePage))->TextMatrix(row, 1);
         else
-            result = MSFlexGrid1(Part)->TextMatrix(row, col + 1);
+            result = c.MSFlexGrid1(Part)->TextMatrix(row, col + 1);
     });
     return result;
+}
+
+// The list ends in a spare entry, which is skipped.
+void CellStore::SetLockCodes(const QString& strLock)
+{
+    for (int i = 0; i <= g_arrLockCodeCells.UBound() - 1; ++i) {
+        const LockCodeCell entry = g_arrLockCodeCells(i);
+        c.MSFlexGrid1(entry.nPart)->setTextMatrix(entry.nRow, 1, strLock);
+    }
 }
 
 } // namespace tessaly

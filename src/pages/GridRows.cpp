@@ -1,52 +1,48 @@
-// Item rows and the title row of the page grids.
-#include "panel/Panel.h"
+// Item rows and the title rows of the page grids.
+#include "pages/PageGrids.h"
 
 #include "frame/ReportError.h"
+#include "pages/PageTable.h"
 
 namespace tessaly {
 
 // Pages 3 and 0 stand for groups: 3 for the six profile pages, which always
 // have the same rows, and 0 for the two NAM pages. Page 20 is set alone.
-void Panel::SetNVFieldItemCount(int16_t Part, int16_t count)
+void PageGrids::SetNVFieldItemCount(int16_t Part, int16_t count)
 {
     OnErrorReport("Interface", "SetNVFieldItemCount", [&] {
         const int32_t rows = int32_t(count) + 1;
-        MSFlexGrid1(Part)->setRows(rows);
-        if (Part == 3) {
-            for (int16_t page = 14; page <= 19; ++page)
-                MSFlexGrid1(page)->setRows(rows);
+        c.MSFlexGrid1(Part)->setRows(rows);
+        if (Part == ProfilesPart) {
+            for (int16_t page = FirstProfilePage; page <= LastProfilePage; ++page)
+                c.MSFlexGrid1(page)->setRows(rows);
         }
         if (Part == 0)
-            MSFlexGrid1(20)->setRows(rows);
+            c.MSFlexGrid1(LastFixedPage)->setRows(rows);
     });
 }
 
-// These four belong to the host interface and have nothing to do.
-void Panel::SetGrid1Rows(int16_t /*Number*/) {}
-void Panel::SetGrid2Rows(int16_t /*Number*/) {}
-void Panel::SetSettingRows(int16_t /*Number*/) {}
-void Panel::SetSystemRows(int16_t /*Number*/) {}
+void PageGrids::SetGrid1Rows(int16_t /*Number*/) {}
+void PageGrids::SetGrid2Rows(int16_t /*Number*/) {}
+void PageGrids::SetSettingRows(int16_t /*Number*/) {}
+void PageGrids::SetSystemRows(int16_t /*Number*/) {}
 
-void Panel::SetFlexGridTitleAll()
+void PageGrids::SetFlexGridTitleAll()
 {
     OnErrorReport("Common_Function", "SetFlexGridTitleAll", [&] {
-        // Pages 9, 10 and 11 have no titles.
-        static constexpr struct { int16_t page; int16_t last; } Titled[] = {
-            {0, 22}, {20, 22}, {1, 3}, {2, 1}, {3, 6}, {4, 1}, {5, 2}, {6, 2}, {7, 2},
-            {8, 2}, {12, 2}, {13, 40}, {14, 1}, {15, 1}, {16, 1}, {17, 1}, {18, 1}, {19, 1},
-        };
-        for (const auto& [page, last] : Titled)
-            SetFlexGridTitle(page, 1, last);
+        for (const PageEntry& entry : FixedPages())
+            if (entry.titled)
+                SetFlexGridTitle(entry.number, 1, int16_t(entry.cols - 1));
     });
 }
 
 // Titles one grid: "NV Items" over the item titles, and over value columns
 // `first` to `last` "VALUE" with the column number, or the bare word on a
 // grid of exactly two columns. The title row ends bold and centred.
-void Panel::SetFlexGridTitle(int16_t page, int16_t first, int16_t last)
+void PageGrids::SetFlexGridTitle(int16_t page, int16_t first, int16_t last)
 {
     OnErrorReport("Common_Function", "SetFlexGridTitle", [&] {
-        MSFlexGrid* grid = MSFlexGrid1(page);
+        MSFlexGrid* grid = c.MSFlexGrid1(page);
         grid->setRow(0);
         grid->setCellFontBold(true);
         grid->setCol(0);

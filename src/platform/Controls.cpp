@@ -200,6 +200,27 @@ ComboBox::ComboBox(QWidget* parent)
     connect(this, &QComboBox::currentIndexChanged, this, &ComboBox::Click);
 }
 
+// Qt makes a list's drop-down at its first change of font, which costs more
+// than the rest of the box; a list that has not dropped down yet takes its
+// font when it first does.
+void ComboBox::changeEvent(QEvent* event)
+{
+    if (event->type() == QEvent::FontChange && !m_droppedDown)
+        QWidget::changeEvent(event);
+    else
+        QComboBox::changeEvent(event);
+}
+
+void ComboBox::showPopup()
+{
+    if (!m_droppedDown) {
+        m_droppedDown = true;
+        QEvent fontChange(QEvent::FontChange);
+        QComboBox::changeEvent(&fontChange);
+    }
+    QComboBox::showPopup();
+}
+
 void ComboBox::Clear()
 {
     const QSignalBlocker quiet(this);

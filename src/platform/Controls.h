@@ -130,9 +130,16 @@ public:
     int ListIndex() const { return currentIndex(); }
     void setListIndex(int index);
     QString Text() const { return currentText(); }
+    void showPopup() override;
 
 signals:
     void Click();
+
+protected:
+    void changeEvent(QEvent* event) override;
+
+private:
+    bool m_droppedDown = false;
 };
 
 class OptionButton : public FormControl<QRadioButton> {

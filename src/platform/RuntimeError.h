@@ -1,5 +1,5 @@
 // Run-time errors of the forms platform: a number and a description, thrown by
-// the stand-in controls and arrays, and the record of the current
+// the controls and arrays, and the record of the current
 // error that the panel's error report reads.
 #pragma once
 

@@ -1,5 +1,5 @@
-// A panel on screen, as a host shows it, with access to its controls by their
-// layout names and to the panel object behind it.
+// A panel on screen, as a host shows it, with its controls by their layout
+// names.
 #pragma once
 
 #include "panel/Panel.h"
@@ -23,7 +23,8 @@ protected:
     }
     void TearDown() override { host.reset(); }
 
-    tessaly::Panel& panel() { return PanelOf(*host); }
+    // The panel's controls, as the user sees them.
+    const tessaly::PanelControls& panel() { return PanelOf(*host).Controls(); }
 
     template <class Control = QWidget>
     Control* control(const QString& name) const

@@ -1,0 +1,50 @@
+// The command bar: NV Read, NV Write, Exit and Restore as four image buttons
+// whose bitmaps show their state, and the run of a command on the model.
+// While a command runs the bar is busy: its buttons dim and refuse clicks.
+// NV Write and Restore are offered once an NV Read has completed.
+#pragma once
+
+#include "frame/ImageButtonLook.h"
+#include "layout/PanelControls.h"
+
+#include <array>
+#include <cstdint>
+
+namespace tessaly {
+
+class Editors;
+class ModelBinding;
+class Progress;
+class WindowFrame;
+
+class CommandBar {
+public:
+    CommandBar(PanelControls& controls, ModelBinding& model, Progress& progress, Editors& editors,
+               WindowFrame& frame);
+
+    // Start-up: NV Read and Exit at rest, NV Write dimmed, Restore at rest
+    // though it takes no click before the first read.
+    void ShowStartLooks();
+
+    void picCommand_MouseMove(int16_t Index, int16_t Button, int16_t Shift, float X, float Y);
+    void picCommand_MouseDown(int16_t Index, int16_t Button, int16_t Shift, float X, float Y);
+    void picCommand_Click(int16_t Index);
+    void SetDefaultButtonState();
+
+private:
+    bool IsLive(int16_t Index) const;
+    // Runs an NV Read, NV Write or Restore on the model; false when none is bound.
+    bool RunOnModel(int16_t Index);
+
+    PanelControls& c;
+    ModelBinding& m_model;
+    Progress& m_progress;
+    Editors& m_editors;
+    WindowFrame& m_frame;
+    std::array<ImageButtonLook, 4> m_looks;
+    int16_t g_nActiveCommand = -1;
+    bool g_bNVReadDone = false;
+    bool g_bCommandBusy = false;
+};
+
+} // namespace tessaly

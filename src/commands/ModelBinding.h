@@ -1,0 +1,37 @@
+// The model of the connected handset: binding it, its label, the refusal to
+// work without one, and its events routed to the progress. The host owns the
+// model; the panel only holds it while bound, and a model deleted meanwhile
+// is as none.
+#pragma once
+
+#include "layout/PanelControls.h"
+
+#include <tessaly/BaseModel.h>
+
+#include <QList>
+#include <QPointer>
+
+namespace tessaly {
+
+class ModelEvents;
+class Progress;
+
+class ModelBinding {
+public:
+    ModelBinding(PanelControls& controls, Progress& progress);
+
+    void SetModelDLL(IBaseModel* model);
+    // Whether a model is bound; says so in a box when none is.
+    bool CheckModelDLL();
+    // The bound model, or nullptr.
+    IBaseModel* Model() const { return g_objModel; }
+
+private:
+    PanelControls& c;
+    Progress& m_progress;
+    QPointer<IBaseModel> g_objModel;
+    QList<QMetaObject::Connection> events;
+    QPointer<ModelEvents> m_receiver; // made at the first binding, with the handlers as its parent
+};
+
+} // namespace tessaly

@@ -1,0 +1,62 @@
+// In-place editing of the page grids: the current cell moved by clicks and
+// arrow keys, a text box or a list opened exactly over it, the text editor's
+// rules as the user types, and the value limits checked when it is left.
+// The editors remember the cell where text editing began.
+#pragma once
+
+#include "layout/PanelControls.h"
+#include "pages/PageRecords.h"
+
+#include <QMetaObject>
+
+#include <cstdint>
+#include <utility>
+#include <vector>
+
+namespace tessaly {
+
+class CellStore;
+class PageGrids;
+
+class Editors {
+public:
+    Editors(PanelControls& controls, const PageGrids& pages, CellStore& cells);
+
+    // Selecting a cell and opening its editor.
+    void MSFlexGrid1_RowConlChange(int16_t Index);
+    void MSFlexGrid1_Scroll(int16_t Index);
+    void MSFlexGrid1_DblClick(int16_t Index);
+    void MSFlexGrid1_KeyDown(int16_t Index, int16_t KeyCode, int16_t Shift);
+    void MSFlexGrid1_KeyUp(int16_t Index, int16_t KeyCode, int16_t Shift);
+    void SetComboOrTextBox(int16_t Index);
+    // Every page back to its top left, the first item row current.
+    void SetCellPosition();
+
+    // The text editor and the combo editor.
+    void txtEdit_GotFocus(int16_t Index);
+    void txtEdit_KeyPress(int16_t Index, int16_t& KeyAscii);
+    void txtEdit_KeyUp(int16_t Index, int16_t KeyCode, int16_t Shift);
+    void txtEdit_LostFocus(int16_t Index);
+    void cboEditCell_Click(int16_t Index);
+
+    // The value limits.
+    void CheckOverflow();
+    static ItemBoundary SetBoundaryOfItem(const QString& strTitle, int32_t lReserved, int16_t nMin, int16_t nMax,
+                                          int16_t nDefault);
+
+private:
+    void CloseEditors(int16_t Index);
+    void WatchEditorsClosing(int16_t Index);
+    void StopWatchingEditors(int16_t Index);
+
+    PanelControls& c;
+    const PageGrids& m_pages;
+    CellStore& m_cells;
+    int16_t g_nEditPart = 0;
+    int16_t g_nEditRow = 0;
+    int16_t g_nEditCol = 0;
+    // Per page, while an editor is open: its grid's RowColChange and Scroll.
+    std::vector<std::pair<QMetaObject::Connection, QMetaObject::Connection>> m_editorWatch;
+};
+
+} // namespace tessaly

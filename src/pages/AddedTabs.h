@@ -1,0 +1,35 @@
+// Pages of the host's own, added behind page 20 and removed newest first;
+// and RemoveTab taking a fixed page's node out of the tree. Both report a
+// failure to the host as the call's failure.
+#pragma once
+
+#include "layout/PanelControls.h"
+#include "pages/PageRecords.h"
+#include "platform/Arrays.h"
+
+namespace tessaly {
+
+class CellStore;
+class PageGrids;
+
+class AddedTabs {
+public:
+    AddedTabs(PanelControls& controls, PageGrids& pages, CellStore& cells);
+
+    int16_t AddTab(const QString& strTabName, int16_t nFlexGridColCount);
+    void RemoveTab(int16_t TabNumber);
+
+    // The number of the added page with that node, or -1.
+    int16_t FindAddedTabByName(const QString& name) const;
+    // The node of added page `number`, with its place in the list; empty
+    // when no added page has that number.
+    QString FindAddedTabByNumber(int16_t number, int16_t& index) const;
+
+private:
+    PanelControls& c;
+    PageGrids& m_pages;
+    CellStore& m_cells;
+    Array1D<AddedTab> g_arrAddedTab;
+};
+
+} // namespace tessaly

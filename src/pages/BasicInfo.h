@@ -1,0 +1,20 @@
+// The six values of the basic information page, which the host sets and the
+// user only reads.
+#pragma once
+
+#include "layout/PanelControls.h"
+
+namespace tessaly {
+
+class BasicInfo {
+public:
+    explicit BasicInfo(PanelControls& controls);
+
+    void SetBasicInfo(const QString& PhoneVersion, const QString& WarrantyDate, const QString& ESN,
+                      const QString& MEID, const QString& LifeTime, const QString& LifeCnt);
+
+private:
+    PanelControls& c;
+};
+
+} // namespace tessaly

@@ -1,0 +1,32 @@
+// The MIP profile page: how many profiles are in use, which one is active,
+// and the tree's profile nodes kept in line with the count. The count is the
+// list's choice and the active profile the option buttons'; the page keeps
+// nothing else.
+#pragma once
+
+#include "layout/PanelControls.h"
+
+#include <cstdint>
+
+namespace tessaly {
+
+class MipProfiles {
+public:
+    explicit MipProfiles(PanelControls& controls);
+
+    // Start-up: the counts 1 to 6 in the list.
+    void FillCountList();
+
+    int16_t GetProfileCount();
+    void SetProfileCount(int16_t count);
+    int16_t GetActiveProfileIndex();
+    void SetActiveProfileIndex(int16_t ActiveIdx);
+    void SetActiveProfileEnable(bool bEnable);
+    void SetProfileCountEnable(bool bEnable);
+    void cmbProfileCount_Click();
+
+private:
+    PanelControls& c;
+};
+
+} // namespace tessaly
