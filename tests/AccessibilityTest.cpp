@@ -11,6 +11,16 @@ using namespace tessaly;
 
 namespace {
 
+// A model bound only for its events.
+class SilentModel : public IBaseModel {
+public:
+    void NVRead() override {}
+    void GetModelName(QString& name) override { name = QStringLiteral("Test"); }
+    void GetPortNumber(QString& port) override { port = QStringLiteral("1"); }
+    void NVWrite() override {}
+    void NVRestore() override {}
+};
+
 class AccessibilityTest : public PanelFixture {
 protected:
     static QAccessibleInterface* of(QObject* object) { return QAccessible::queryAccessibleInterface(object); }
@@ -37,7 +47,7 @@ protected:
 
 TEST_F(AccessibilityTest, CommandAndWindowButtonsArePressedByActionSpaceAndReturn)
 {
-    Panel& p = panel();
+    const PanelControls& p = panel();
     const std::pair<QWidget*, const char*> buttons[] = {
         {p.picCommand(0), "NV Read"}, {p.picCommand(1), "NV Write"}, {p.picCommand(2), "Exit"},
         {p.picCommand(3), "Restore"}, {p.imgWndMin, "Minimize"}, {p.imgWndClose, "Close"},
@@ -105,7 +115,7 @@ TEST_F(AccessibilityTest, GridIsATableOfItsValuesWithItemAndColumnTitles)
 
 TEST_F(AccessibilityTest, EditorsValuesAndListsAreNamedAfterWhatTheyBelongTo)
 {
-    Panel& p = panel();
+    const PanelControls& p = panel();
     const std::pair<TextBox*, const char*> values[] = {
         {p.txtPhoneSWVer, "Phone S/W Version"}, {p.txtWarrantyDate, "Warranty Date"}, {p.txtESN, "ESN"},
         {p.txtMEID, "MEID"}, {p.txtLifeTimer, "Life Timer"}, {p.txtLifeCnt, "Life Count"},
@@ -131,9 +141,11 @@ TEST_F(AccessibilityTest, ProgressBarReportsItsPercentage)
 {
     QAccessibleInterface* bar = of(panel().pbProgressBg);
     ASSERT_EQ(bar->role(), QAccessible::ProgressBar);
-    panel().events_GetTotalProgressCount(4, 0);
+    SilentModel model;
+    host->SetModelDLL(&model);
+    emit model.GetTotalProgressCount(4, 0);
     for (int step = 0; step < 3; ++step)
-        panel().events_StepIt(0);
+        emit model.StepIt(0);
     EXPECT_EQ(bar->valueInterface()->currentValue().toInt(), 75);
     EXPECT_EQ(bar->valueInterface()->maximumValue().toInt(), 100);
 }
