@@ -9,7 +9,7 @@
 #include <gtest/gtest.h>
 
 namespace {
-DialogAnswerer* g_current = nullptr;
+DialogAnswerer* s_current = nullptr;
 }
 
 class DialogGuard : public QObject {
@@ -26,12 +26,12 @@ protected:
             seen.icon = box->icon();
             seen.buttons = int(box->buttons().size());
         }
-        if (!g_current)
+        if (!s_current)
             ADD_FAILURE() << "Unexpected dialog: " << qPrintable(seen.text) << " " << qPrintable(seen.objectName);
         else
-            g_current->m_seen.append(seen);
-        if (g_current && g_current->answer) {
-            QMetaObject::invokeMethod(dialog, [dialog, answer = g_current->answer] { answer(*dialog); },
+            s_current->m_seen.append(seen);
+        if (s_current && s_current->answer) {
+            QMetaObject::invokeMethod(dialog, [dialog, answer = s_current->answer] { answer(*dialog); },
                                       Qt::QueuedConnection);
             return false;
         }
@@ -54,13 +54,13 @@ protected:
 
 DialogAnswerer::DialogAnswerer()
 {
-    EXPECT_EQ(g_current, nullptr) << "one answerer at a time";
-    g_current = this;
+    EXPECT_EQ(s_current, nullptr) << "one answerer at a time";
+    s_current = this;
 }
 
 DialogAnswerer::~DialogAnswerer()
 {
-    g_current = nullptr;
+    s_current = nullptr;
 }
 
 QStringList DialogAnswerer::texts() const
