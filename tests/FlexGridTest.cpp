@@ -1,6 +1,7 @@
 // The grid of the item pages: shape and storage, errors, current cell,
 // scrolling, geometry against what is painted, mouse and keys.
 #include "platform/MSFlexGrid.h"
+#include "support/RuntimeErrors.h"
 
 #include <QApplication>
 #include <QImage>
@@ -15,24 +16,12 @@
 #include <functional>
 
 using tessaly::MSFlexGrid;
-using tessaly::RuntimeError;
 
 namespace {
 
 // Default sizes in pixels.
 constexpr int RowPx = 16;
 constexpr int ColPx = 64;
-
-// The number of the RuntimeError a call raises, 0 when it raises none.
-int errorOf(const std::function<void()>& call)
-{
-    try {
-        call();
-    } catch (const RuntimeError& e) {
-        return e.number();
-    }
-    return 0;
-}
 
 // Shows a grid at 300 x 200 pixels and lets the scroll bars settle (Qt shows
 // and hides them from a queued call).
@@ -70,25 +59,20 @@ TEST(FlexGridErrors, BadRowsColumnsAndCountsChangeNothing)
     grid.setColWidth(2, 300);
     QSignalSpy changes(&grid, &MSFlexGrid::RowColChange);
 
-    const std::function<void()> badRows[] = {
-        [&] { grid.setRow(3); },
-        [&] { grid.setTextMatrix(-1, 1, QStringLiteral("y")); },
-        [&] { grid.setRowHeight(3, 300); },
+    const std::pair<std::function<void()>, int32_t> bad[] = {
+        {[&] { grid.setRow(3); }, tessaly::errGridInvalidRow},
+        {[&] { grid.setTextMatrix(-1, 1, QStringLiteral("y")); }, tessaly::errGridInvalidRow},
+        {[&] { grid.setRowHeight(3, 300); }, tessaly::errGridInvalidRow},
+        {[&] { grid.setCol(-1); }, tessaly::errGridInvalidCol},
+        {[&] { grid.TextMatrix(1, 3); }, tessaly::errGridInvalidCol},
+        {[&] { grid.setColWidth(-1, 300); }, tessaly::errGridInvalidCol},
+        {[&] { grid.setCellAlignment(10); }, tessaly::errInvalidPropertyValue},
+        {[&] { grid.setRows(0); }, tessaly::errInvalidPropertyValue},
+        {[&] { grid.setCols(-1); }, tessaly::errInvalidPropertyValue},
+        {[&] { grid.setRows(350000 / 3 + 1); }, tessaly::errGridTooManyCells}, // 350,000 cells at most
     };
-    for (const auto& call : badRows)
-        EXPECT_EQ(errorOf(call), tessaly::errGridInvalidRow);
-    const std::function<void()> badCols[] = {
-        [&] { grid.setCol(-1); },
-        [&] { grid.TextMatrix(1, 3); },
-        [&] { grid.setColWidth(-1, 300); },
-    };
-    for (const auto& call : badCols)
-        EXPECT_EQ(errorOf(call), tessaly::errGridInvalidCol);
-    EXPECT_EQ(errorOf([&] { grid.setCellAlignment(10); }), tessaly::errInvalidPropertyValue);
-    EXPECT_EQ(errorOf([&] { grid.setRows(0); }), tessaly::errInvalidPropertyValue);
-    EXPECT_EQ(errorOf([&] { grid.setCols(-1); }), tessaly::errInvalidPropertyValue);
-    EXPECT_EQ(errorOf([&] { grid.setRows(350000 / 3 + 1); }), tessaly::errGridTooManyCells); // 350,000 cells at most
-
+    for (const auto& [call, error] : bad)
+        EXPECT_EQ(ErrorNumberOf(call), error);
     EXPECT_EQ(changes.count(), 0);
     EXPECT_EQ(QRect(grid.Col(), grid.Row(), grid.Cols(), grid.Rows()), QRect(0, 1, 3, 3));
     EXPECT_EQ(grid.TextMatrix(1, 1), QStringLiteral("x"));
