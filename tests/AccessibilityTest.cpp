@@ -5,7 +5,6 @@
 #include "support/TestModel.h"
 
 #include <QAccessible>
-#include <QAccessibleValueInterface>
 #include <QSignalSpy>
 
 using namespace tessaly;

@@ -1,11 +1,9 @@
 // Editing values in place, as a user does it with keys and the mouse: moving
 // the current cell, opening the editors over it, typing, picking, and the
 // checks that run when the text editor is left.
-#include "frame/frmMsgBox.h"
 #include "support/PanelFixture.h"
 
 #include <QAbstractItemView>
-#include <QMessageBox>
 
 using namespace tessaly;
 
@@ -54,6 +52,11 @@ TEST_F(EditingTest, ArrowKeysMoveTheCurrentCellInsideTheItemAreaOnly)
     EXPECT_EQ(press(Qt::Key_Left, 9), QPoint(1, 1)) << "stops right of the titles";
     EXPECT_EQ(press(Qt::Key_Down, 50), QPoint(1, 40));
     EXPECT_EQ(press(Qt::Key_Return), QPoint(1, 40));
+    // The grid brings the cell the handler moved to on view, whole.
+    const QRect view(QPoint(0, 0), g->viewport()->size());
+    EXPECT_TRUE(view.contains(cellRect(g, 40, 1).translated(-g->viewport()->pos())));
+    EXPECT_EQ(press(Qt::Key_Up, 39), QPoint(1, 1));
+    EXPECT_EQ(g->TopRow(), 1);
 }
 
 TEST_F(EditingTest, EnterF2OrADoubleClickOpensTheEditorTheCellAsksForExactlyOnIt)

@@ -1,5 +1,5 @@
 // The grid of the item pages: shape and storage, errors, current cell,
-// scrolling, geometry against what is painted, mouse and keys.
+// scrolling, geometry against what is painted, and the mouse.
 #include "platform/MSFlexGrid.h"
 #include "support/RuntimeErrors.h"
 
@@ -12,7 +12,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <functional>
 
 using tessaly::MSFlexGrid;
@@ -215,33 +214,6 @@ TEST(FlexGridMouse, ClickMakesACellCurrentAndScrollsItWhole)
     EXPECT_EQ(grid.LeftCol(), 1);
     const QRect cell = currentCellPixels(grid).translated(-grid.viewport()->pos());
     EXPECT_TRUE(QRect(QPoint(0, 0), view).contains(cell)) << cell.right() << ',' << cell.bottom();
-}
-
-// The panel's key handler moves the current cell; the grid then brings it on
-// view, whole.
-TEST(FlexGridKeys, CellMovedByTheKeyHandlerScrollsIntoView)
-{
-    MSFlexGrid grid;
-    grid.setRows(60);
-    grid.setCols(10);
-    showGrid(grid);
-    const QRect view = grid.viewport()->geometry();
-    QPoint target(8, 40);
-    QObject::connect(&grid, &MSFlexGrid::KeyDown, [&](int key, int) {
-        EXPECT_EQ(key, 40) << "the virtual-key code of Down";
-        grid.setRow(target.y());
-        grid.setCol(target.x());
-    });
-    QSignalSpy scrolls(&grid, &MSFlexGrid::Scroll);
-    QTest::keyClick(&grid, Qt::Key_Down);
-    EXPECT_EQ(scrolls.count(), 1);
-    const QRect cell = currentCellPixels(grid);
-    EXPECT_EQ(cell.bottom(), view.bottom() - (view.height() - RowPx) % RowPx); // last whole row on view
-    EXPECT_EQ(cell.right(), view.right() - view.width() % ColPx);
-    target = QPoint(0, 7);
-    QTest::keyClick(&grid, Qt::Key_Down);
-    EXPECT_EQ(grid.TopRow(), 7);
-    EXPECT_EQ(grid.LeftCol(), 0);
 }
 
 // What reaches the screen after a change on view: the grid asks for the
