@@ -96,7 +96,7 @@ TEST_F(ModelTest, ReadFillsEveryPageInOneRunOfProgress)
     EXPECT_EQ(events, QStringList({QStringLiteral("total %1").arg(items + qsizetype(Catalogue::BuiltIn().sheets().size()) + 2), "Reading NV items", "Filling pages"}));
     EXPECT_EQ(caption("lblPercent"), "Complete");
 
-    // Both NAMs with their own values, the lock code on both, multi-column items.
+    // Both NAMs with their own values, the lock code on NAM2 too, multi-column items.
     EXPECT_EQ(cell(0, "Mobile Directory Number (MDN)"), "8585550143");
     EXPECT_EQ(cell(20, "Mobile Directory Number (MDN)"), "6195550172");
     EXPECT_EQ(cell(20, "LOCK CODE"), "0143");
