@@ -2,24 +2,14 @@
 // buttons that can be pressed, the grid as a table with its titles, names for
 // editors and values, the progress bar's value and the profiles in order.
 #include "support/PanelFixture.h"
+#include "support/TestModel.h"
 
 #include <QAccessible>
-#include <QAccessibleValueInterface>
 #include <QSignalSpy>
 
 using namespace tessaly;
 
 namespace {
-
-// A model bound only for its events.
-class SilentModel : public IBaseModel {
-public:
-    void NVRead() override {}
-    void GetModelName(QString& name) override { name = QStringLiteral("Test"); }
-    void GetPortNumber(QString& port) override { port = QStringLiteral("1"); }
-    void NVWrite() override {}
-    void NVRestore() override {}
-};
 
 class AccessibilityTest : public PanelFixture {
 protected:
@@ -29,17 +19,9 @@ protected:
     void fillGeneral()
     {
         host->SetNVFieldItemCount(1, 2);
-        for (const auto& [row, title, value, list] : {std::tuple{1, "Banner", "Halvane", ""}, {2, "Key Beep", "On", "On|Off"}}) {
-            host->AddItemToGrid2(1, {}, false, {}, QLatin1String(title), row, 0);
-            host->AddItemToGrd(1, QStringLiteral("########"), false, false, QLatin1String(list), QLatin1String(value), row, 1);
-        }
+        item(1, 1, "Banner", QStringLiteral("Halvane"));
+        item(1, 2, "Key Beep", QStringLiteral("On"), {}, false, false, QStringLiteral("On|Off"));
         clickNode(QStringLiteral("General"));
-    }
-
-    void doubleClickCell(MSFlexGrid* g, int row)
-    {
-        const QRect cell = of(g)->child(row * g->Cols() + 1)->rect();
-        QTest::mouseDClick(g->viewport(), Qt::LeftButton, {}, g->viewport()->mapFromGlobal(cell.center()));
     }
 };
 
@@ -116,22 +98,28 @@ TEST_F(AccessibilityTest, GridIsATableOfItsValuesWithItemAndColumnTitles)
 TEST_F(AccessibilityTest, EditorsValuesAndListsAreNamedAfterWhatTheyBelongTo)
 {
     const PanelControls& p = panel();
-    const std::pair<TextBox*, const char*> values[] = {
-        {p.txtPhoneSWVer, "Phone S/W Version"}, {p.txtWarrantyDate, "Warranty Date"}, {p.txtESN, "ESN"},
-        {p.txtMEID, "MEID"}, {p.txtLifeTimer, "Life Timer"}, {p.txtLifeCnt, "Life Count"},
+    // The host's basic information, each value read under its own name.
+    host->SetBasicInfo(QStringLiteral("HV-2.31"), QStringLiteral("2027-03-01"), QStringLiteral("8F3A21C4"),
+                       QStringLiteral("A0000012345678"), QStringLiteral("1234 h"), QStringLiteral("567"));
+    const std::tuple<TextBox*, const char*, const char*> values[] = {
+        {p.txtPhoneSWVer, "Phone S/W Version", "HV-2.31"}, {p.txtWarrantyDate, "Warranty Date", "2027-03-01"},
+        {p.txtESN, "ESN", "8F3A21C4"}, {p.txtMEID, "MEID", "A0000012345678"},
+        {p.txtLifeTimer, "Life Timer", "1234 h"}, {p.txtLifeCnt, "Life Count", "567"},
     };
-    for (const auto& [box, caption] : values)
+    for (const auto& [box, caption, value] : values) {
         EXPECT_EQ(of(box)->text(QAccessible::Name), QLatin1String(caption));
+        EXPECT_EQ(of(box)->text(QAccessible::Value), QLatin1String(value)) << caption;
+    }
 
     const auto labels = of(p.cmbProfileCount)->relations(QAccessible::Label);
     ASSERT_EQ(labels.size(), 1);
     EXPECT_EQ(labels[0].first->object(), p.Label1);
 
     fillGeneral();
-    doubleClickCell(grid(1), 1);
+    clickCell(grid(1), 1, 1, true);
     ASSERT_TRUE(p.txtEdit(1)->isVisible());
     EXPECT_EQ(of(p.txtEdit(1))->text(QAccessible::Name), QStringLiteral("Banner, VALUE1"));
-    doubleClickCell(grid(1), 2);
+    clickCell(grid(1), 2, 1, true);
     ASSERT_TRUE(p.cboEditCell(1)->isVisible());
     // A list's name is its choice; what it stands for is its description.
     EXPECT_EQ(of(p.cboEditCell(1))->text(QAccessible::Description), QStringLiteral("Key Beep, VALUE1"));
@@ -141,7 +129,7 @@ TEST_F(AccessibilityTest, ProgressBarReportsItsPercentage)
 {
     QAccessibleInterface* bar = of(panel().pbProgressBg);
     ASSERT_EQ(bar->role(), QAccessible::ProgressBar);
-    SilentModel model;
+    TestModel model;
     host->SetModelDLL(&model);
     emit model.GetTotalProgressCount(4, 0);
     for (int step = 0; step < 3; ++step)

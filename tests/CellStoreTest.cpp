@@ -47,15 +47,6 @@ TEST_F(CellStoreTest, ValueGoesToTheGridAndItsAttributesToTheStore)
     EXPECT_EQ(host->GetItemFromGrd(1, 3, 1), "edited");
 }
 
-TEST_F(CellStoreTest, TitlesGoToColumnZeroWithoutAttributes)
-{
-    host->AddItemToGrid2(0, QStringLiteral("####"), true, QStringLiteral("a|b"), QStringLiteral("Home SID"), 2, 0);
-    EXPECT_EQ(grid(0)->TextMatrix(2, 0), "Home SID");
-    EXPECT_EQ(grid(20)->TextMatrix(2, 0), "");
-    EXPECT_EQ(attr(0, 2, 0), CellAttr());
-    EXPECT_EQ(host->GetItemFromGrd(0, 2, -1), "Home SID");
-}
-
 TEST_F(CellStoreTest, PageThreeStandsForTheSixProfilePages)
 {
     // Before any profile count is set, profile 0's value reaches all six pages.
@@ -83,7 +74,9 @@ TEST_F(CellStoreTest, PageThreeStandsForTheSixProfilePages)
         EXPECT_EQ(grid(page)->TextMatrix(1, 0), "NAI") << page;
 }
 
-TEST_F(CellStoreTest, BadPagesAndColumnsAreRefusedInPlainWords)
+// Bad pages and columns are refused in plain words; other failures are
+// reported under the operation's labels.
+TEST_F(CellStoreTest, BadCallsAreRefusedOrReported)
 {
     DialogAnswerer answerer;
     add(-1, QStringLiteral("x"), 1, 1);
@@ -93,25 +86,20 @@ TEST_F(CellStoreTest, BadPagesAndColumnsAreRefusedInPlainWords)
     host->AddItemToGrid2(1, {}, false, {}, QStringLiteral("x"), 1, 1);
     EXPECT_EQ(host->GetItemFromGrd(-1, 1, 0), "");
     EXPECT_EQ(host->GetItemFromGrd(2, 1, 1), "");
-    EXPECT_EQ(answerer.texts(), QStringList({"Bad Tab Index.. In AddItemToGrd()", "Bad Tab Index.. In AddItemToGrd()",
-                                             "Bad Column Index.. In AddItemToGrd()", "Bad Tab Index.. In AddItemToGrd2()",
-                                             "Bad Column Index.. In AddItemToGrd2()", "Bad Tab Index.. In GetItemFromGrd()",
-                                             "Bad Column Index.. In GetItemFromGrd()"}));
-    EXPECT_EQ(grid(2)->TextMatrix(1, 1), "");
-    // The highest page number is accepted.
-    add(20, QStringLiteral("last page"), 1, 22);
-    EXPECT_EQ(grid(20)->TextMatrix(1, 22), "last page");
-    EXPECT_EQ(answerer.texts().size(), 7);
-}
-
-TEST_F(CellStoreTest, UnexpectedFailuresAreReportedUnderTheOperationsLabels)
-{
-    DialogAnswerer answerer;
     add(1, QStringLiteral("x"), 100, 1);
     // A cell beyond the store keeps its text and gets no attributes.
     host->SetNVFieldItemCount(13, 120);
     add(13, QStringLiteral("far"), 120, 40, QStringLiteral("#"));
     EXPECT_EQ(grid(13)->TextMatrix(120, 40), "far");
-    EXPECT_EQ(answerer.texts(), QStringList({"Error[Interface/AddItemToGrid]:30009\tInvalid Row value\t",
+    EXPECT_EQ(answerer.texts(), QStringList({"Bad Tab Index.. In AddItemToGrd()", "Bad Tab Index.. In AddItemToGrd()",
+                                             "Bad Column Index.. In AddItemToGrd()", "Bad Tab Index.. In AddItemToGrd2()",
+                                             "Bad Column Index.. In AddItemToGrd2()", "Bad Tab Index.. In GetItemFromGrd()",
+                                             "Bad Column Index.. In GetItemFromGrd()",
+                                             "Error[Interface/AddItemToGrid]:30009\tInvalid Row value\t",
                                              "Error[Interface/AddItemToGrid]:9\tSubscript out of range\t"}));
+    EXPECT_EQ(grid(2)->TextMatrix(1, 1), "");
+    // The highest page number is accepted.
+    add(20, QStringLiteral("last page"), 1, 22);
+    EXPECT_EQ(grid(20)->TextMatrix(1, 22), "last page");
+    EXPECT_EQ(answerer.texts().size(), 9);
 }

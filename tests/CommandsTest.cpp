@@ -3,47 +3,18 @@
 // The model here is the tests' own: it raises events in chosen orders and
 // fails on demand.
 #include "frame/modWheelScroll.h"
-#include "platform/MouseCapture.h"
 #include "support/PanelFixture.h"
+#include "support/TestModel.h"
 
 #include <QScreen>
 #include <QScrollBar>
 #include <QWheelEvent>
 
 #include <cmath>
-#include <functional>
 
 using namespace tessaly;
 
 namespace {
-
-class TestModel : public IBaseModel {
-public:
-    std::function<void(TestModel&)> onRead, onWrite, onRestore;
-    QStringList calls;
-
-    void NVRead() override { run("NVRead", onRead); }
-    void GetModelName(QString& out) override { out = QStringLiteral("Test Phone"); }
-    void GetPortNumber(QString& out) override { out = QStringLiteral("7"); }
-    void NVWrite() override { run("NVWrite", onWrite); }
-    void NVRestore() override { run("NVRestore", onRestore); }
-
-    // A command of `steps` steps, announced first.
-    void steps(int32_t total, int32_t steps)
-    {
-        emit GetTotalProgressCount(total, 7);
-        for (int i = 0; i < steps; ++i)
-            emit StepIt(7);
-    }
-
-private:
-    void run(const char* call, const std::function<void(TestModel&)>& body)
-    {
-        calls << QLatin1String(call);
-        if (body)
-            body(*this);
-    }
-};
 
 class CommandsTest : public PanelFixture {
 protected:
@@ -59,7 +30,6 @@ protected:
     {
         return button(index)->Picture().cacheKey() == control<Image>(QLatin1String(look))->Picture().cacheKey();
     }
-    void click(int index) { QTest::mouseClick(button(index), Qt::LeftButton, {}, QPoint(20, 10)); }
 
     // Pixels of the filled bar copied onto the empty one at (1, 1), counted
     // along its middle row.
@@ -87,7 +57,7 @@ TEST_F(CommandsTest, RebindingLeavesTheEarlierModelAndNoneRefusesCommands)
 
     host->SetModelDLL(nullptr);
     EXPECT_EQ(panel().lblModelPortInfo->Caption(), "No Phone");
-    click(0);
+    clickCommand(0);
     EXPECT_EQ(answerer.texts(), QStringList{"Error : There is no selected model"});
     EXPECT_TRUE(button(0)->isEnabled());
     EXPECT_EQ(host->cursor().shape(), Qt::ArrowCursor) << "the hourglass is gone";
@@ -96,25 +66,19 @@ TEST_F(CommandsTest, RebindingLeavesTheEarlierModelAndNoneRefusesCommands)
     auto* doomed = new TestModel;
     host->SetModelDLL(doomed);
     delete doomed;
-    click(0);
+    clickCommand(0);
     EXPECT_EQ(answerer.seen().size(), 2);
-}
-
-TEST_F(CommandsTest, ButtonsPressWithAnyMouseButtonAndStayDimBeforeTheFirstRead)
-{
-    QTest::mouseMove(button(0), QPoint(5, 5));
-    QTest::mousePress(button(0), Qt::RightButton, {}, QPoint(5, 5));
-    EXPECT_TRUE(shows(0, "imageReadSel"));
-    // Before the first NV Read, NV Write and Restore neither light nor press.
-    QTest::mouseMove(button(1), QPoint(5, 5));
-    QTest::mouseClick(button(1), Qt::LeftButton, {}, QPoint(5, 5)); // a click that runs nothing
-    EXPECT_TRUE(model.calls.isEmpty());
-    EXPECT_TRUE(shows(1, "imageWriteDim") && shows(3, "imageUndoDim"));
-    ReleaseCapture();
 }
 
 TEST_F(CommandsTest, CommandRunsWithTheBarDimmedThenOffersWriteAndRestore)
 {
+    // Any mouse button presses a button; before the first NV Read, NV Write
+    // and Restore are dim, and a click on them runs nothing.
+    QTest::mouseClick(button(0), Qt::RightButton, {}, QPoint(20, 10));
+    EXPECT_TRUE(shows(0, "imageReadSel"));
+    clickCommand(1);
+    EXPECT_TRUE(model.calls.isEmpty());
+    EXPECT_TRUE(shows(1, "imageWriteDim") && shows(3, "imageUndoDim"));
     QStringList seenDuring;
     model.onRead = [&](TestModel& m) {
         seenDuring << panel().lblProcess->Caption() << panel().lblPercent->Caption();
@@ -128,7 +92,7 @@ TEST_F(CommandsTest, CommandRunsWithTheBarDimmedThenOffersWriteAndRestore)
         QCoreApplication::postEvent(button(0), new QMouseEvent(QEvent::MouseButtonRelease, QPointF(5, 5),
                                                                QPointF(5, 5), Qt::LeftButton, Qt::NoButton, {}));
     };
-    click(0);
+    clickCommand(0);
     EXPECT_EQ(seenDuring, QStringList({"NV Read", "0 %"}));
     EXPECT_EQ(model.calls, QStringList{"NVRead"});
     EXPECT_EQ(panel().lblPercent->Caption(), "Complete");
@@ -147,10 +111,10 @@ TEST_F(CommandsTest, CommandRunsWithTheBarDimmedThenOffersWriteAndRestore)
         widths << barWidth();
         EXPECT_EQ(panel().lblPercent->Caption(), "1 %");
     };
-    click(3);
+    clickCommand(3);
     EXPECT_EQ(widths, QList<int>({169, 169}));
     model.onWrite = [&](TestModel&) { EXPECT_EQ(barWidth(), 0) << "a read or write starts on an empty bar"; };
-    click(1);
+    clickCommand(1);
     EXPECT_EQ(model.calls, QStringList({"NVRead", "NVRestore", "NVWrite"}));
     EXPECT_EQ(panel().lblProcess->Caption(), "NV Write");
 }
@@ -159,12 +123,12 @@ TEST_F(CommandsTest, FailingModelCallIsReportedAndLeavesTheBarStopped)
 {
     model.onRead = [](TestModel&) { throw TessalyError(1001, QStringLiteral("Handset does not answer")); };
     DialogAnswerer answerer;
-    click(0);
+    clickCommand(0);
     EXPECT_EQ(answerer.texts(),
               QStringList{"Error[Event_Function/picCommand_Click]:1001\tHandset does not answer\t"});
     EXPECT_FALSE(button(0)->isEnabled());
     EXPECT_TRUE(shows(1, "imageWriteDim")) << "no read has completed";
-    click(0);
+    clickCommand(0);
     EXPECT_EQ(model.calls.size(), 1) << "the bar no longer answers";
 }
 
@@ -214,7 +178,7 @@ TEST_F(CommandsTest, ProgressDrawsOncePerWholePercentRoundingHalvesToEven)
         captions << panel().lblPercent->Caption();
         widths << barWidth();
     };
-    click(0);
+    clickCommand(0);
     EXPECT_EQ(captions, QStringList({"0 %", "1 %*", "2 %*", "2 %", "2 %", "3 %*", "4 %*", "Complete", "26 %"}));
     EXPECT_EQ(widths, QList<int>({0, 2, 3, 3, 3, 5, 7, 169}));
     // A repaint of the panel rebuilds the bar from the counters.
@@ -271,7 +235,7 @@ TEST_F(CommandsTest, ExitAndCloseAskTheHostWindowToCloseWhichMayEndThePanel)
                                                         type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton, {}));
         EXPECT_TRUE(host->isVisible());
     };
-    click(0);
+    clickCommand(0);
     EXPECT_FALSE(host->isVisible());
     EXPECT_TRUE(button(0)->isEnabled());
     EXPECT_FALSE(HasWheelScroll(grid(0)));

@@ -1,33 +1,14 @@
-// The forms controls in twips, control arrays, the dynamic arrays and the
-// page tree stand-in.
+// The form controls in twips, control arrays and the dynamic arrays.
 #include "platform/Arrays.h"
 #include "platform/ControlArray.h"
 #include "platform/Controls.h"
-#include "platform/OrvenTreeView.h"
+#include "support/RuntimeErrors.h"
 
-#include <QSignalSpy>
-#include <QTest>
+#include <QWidget>
 
 #include <gtest/gtest.h>
 
-#include <memory>
-
 using namespace tessaly;
-
-namespace {
-
-template <class Call>
-int32_t ErrorNumberOf(Call&& call)
-{
-    try {
-        call();
-    } catch (const RuntimeError& error) {
-        return error.number();
-    }
-    return 0;
-}
-
-} // namespace
 
 TEST(FormControl, ContainerCarriesPlaceAndVisibilityAndOnlyAShownEnabledControlTakesFocus)
 {
@@ -69,12 +50,10 @@ TEST(ControlArray, LoadedElementCopiesTheModelAndStartsHidden)
 
     TextBox* loaded = txtEdit(3);
     EXPECT_EQ(loaded->objectName(), "txtEdit(3)");
-    EXPECT_EQ(loaded->parentWidget(), &form);
     EXPECT_EQ(loaded->geometry(), model->geometry());
     EXPECT_EQ(loaded->Text(), "Text2");
     EXPECT_EQ(loaded->font().pointSizeF(), 8.25);
     EXPECT_FALSE(loaded->Visible());
-    EXPECT_EQ(txtEdit.UBound(), 3);
 }
 
 TEST(ControlArray, MissingAndDoubleElementsAreRunTimeErrors)
@@ -112,35 +91,4 @@ TEST(Arrays, OutOfBoundsIsSubscriptOutOfRange)
     store.ReDimKeep(3, 10);
     EXPECT_EQ(store(2, 10), 7);
     EXPECT_EQ(store(3, 10), 0);
-}
-
-class TreeViewTest : public ::testing::Test {
-protected:
-    void SetUp() override
-    {
-        for (const char* node : {"Basic Information", "General", "MIP Profile", "Calibration"})
-            tree.AddRootNode(QLatin1String(node));
-        tree.AddChildNode(QStringLiteral("MIP Profile 0"), QStringLiteral("MIP Profile"));
-        tree.AddChildNode(QStringLiteral("MIP Profile 1"), QStringLiteral("MIP Profile"));
-        tree.resize(200, 300);
-        tree.show();
-        ASSERT_TRUE(QTest::qWaitForWindowExposed(&tree));
-    }
-    void click(const QString& text)
-    {
-        QTest::mouseClick(tree.viewport(), Qt::LeftButton, {}, tree.visualItemRect(tree.FindNode(text)).center());
-    }
-    OrvenTreeView tree;
-};
-
-TEST_F(TreeViewTest, CodeSelectionAndClicksBesideTheNodesRaiseNoClick)
-{
-    QSignalSpy clicks(&tree, &OrvenTreeView::Click);
-    tree.SelectNode(QStringLiteral("General"));
-    EXPECT_EQ(tree.SelectedText(), "General");
-    click(QStringLiteral("MIP Profile 1"));
-    click(QStringLiteral("MIP Profile 1"));
-    EXPECT_EQ(clicks.count(), 2) << "a click on the selected node too";
-    QTest::mouseClick(tree.viewport(), Qt::LeftButton, {}, QPoint(100, 290)); // below the nodes
-    EXPECT_EQ(clicks.count(), 2);
 }

@@ -1,11 +1,9 @@
 // Editing values in place, as a user does it with keys and the mouse: moving
 // the current cell, opening the editors over it, typing, picking, and the
 // checks that run when the text editor is left.
-#include "frame/frmMsgBox.h"
 #include "support/PanelFixture.h"
 
 #include <QAbstractItemView>
-#include <QMessageBox>
 
 using namespace tessaly;
 
@@ -26,33 +24,12 @@ protected:
         item(1, 4, "Software Version", "HV-2.31", {}, false, true);
     }
 
-    void item(int16_t page, int32_t row, const char* title, const QString& value, const QString& format = {},
-              bool number = false, bool readOnly = false, const QString& choices = {})
-    {
-        host->AddItemToGrid2(page, {}, readOnly, {}, QLatin1String(title), row, 0);
-        host->AddItemToGrd(page, format, number, readOnly, choices, value, row, 1);
-    }
-
     // Shows a page through the tree and makes a cell current with the mouse.
     MSFlexGrid* select(const char* node, int page, int row, int col)
     {
         clickNode(QLatin1String(node));
-        MSFlexGrid* g = grid(page);
-        QTest::mouseClick(g->viewport(), Qt::LeftButton, {}, cellRect(g, row, col).center() - g->viewport()->pos());
-        return g;
-    }
-
-    static QRect cellRect(MSFlexGrid* g, int row, int col)
-    {
-        const int oldRow = g->Row(), oldCol = g->Col();
-        const QSignalBlocker quiet(g);
-        g->setRow(row);
-        g->setCol(col);
-        const QRect rect(ToPixels(g->CellLeft()), ToPixels(g->CellTop()), ToPixels(g->CellWidth()),
-                         ToPixels(g->CellHeight()));
-        g->setRow(oldRow);
-        g->setCol(oldCol);
-        return rect;
+        clickCell(grid(page), row, col);
+        return grid(page);
     }
 
     TextBox* box(int page) { return panel().txtEdit(page); }
@@ -75,6 +52,11 @@ TEST_F(EditingTest, ArrowKeysMoveTheCurrentCellInsideTheItemAreaOnly)
     EXPECT_EQ(press(Qt::Key_Left, 9), QPoint(1, 1)) << "stops right of the titles";
     EXPECT_EQ(press(Qt::Key_Down, 50), QPoint(1, 40));
     EXPECT_EQ(press(Qt::Key_Return), QPoint(1, 40));
+    // The grid brings the cell the handler moved to on view, whole.
+    const QRect view(QPoint(0, 0), g->viewport()->size());
+    EXPECT_TRUE(view.contains(cellRect(g, 40, 1).translated(-g->viewport()->pos())));
+    EXPECT_EQ(press(Qt::Key_Up, 39), QPoint(1, 1));
+    EXPECT_EQ(g->TopRow(), 1);
 }
 
 TEST_F(EditingTest, EnterF2OrADoubleClickOpensTheEditorTheCellAsksForExactlyOnIt)
@@ -94,13 +76,13 @@ TEST_F(EditingTest, EnterF2OrADoubleClickOpensTheEditorTheCellAsksForExactlyOnIt
     QTest::keyClick(g, Qt::Key_F2);
     EXPECT_FALSE(combo(1)->isVisible() || box(1)->isVisible());
     g->setCol(0);
-    QTest::mouseDClick(g->viewport(), Qt::LeftButton, {}, cellRect(g, 2, 0).center() - g->viewport()->pos());
+    clickCell(g, 2, 0, true);
     EXPECT_EQ(g->Row(), 2);
     EXPECT_FALSE(combo(1)->isVisible() || box(1)->isVisible());
 
     // A double click on a value opens it; scrolling closes it, and a cell
     // scrolled off above opens nothing.
-    QTest::mouseDClick(g->viewport(), Qt::LeftButton, {}, cellRect(g, 2, 1).center() - g->viewport()->pos());
+    clickCell(g, 2, 1, true);
     EXPECT_EQ(box(1)->MaxLength(), 3);
     g->setTopRow(3);
     EXPECT_FALSE(box(1)->isVisible());
@@ -223,7 +205,7 @@ TEST_F(EditingTest, LeavingTheTextEditorChecksTheChannelLimitsOfTheRememberedCel
         MSFlexGrid* g = select("System NAM1", 0, 2, 1);
         QTest::keyClick(g, Qt::Key_Return);
         // Leaving by a click on another cell: the check names the cell left.
-        QTest::mouseClick(g->viewport(), Qt::LeftButton, {}, cellRect(g, 3, 1).center() - g->viewport()->pos());
+        clickCell(g, 3, 1);
         EXPECT_EQ(g->Row(), 3);
         EXPECT_EQ(g->TextMatrix(2, 1), QLatin1String(refused ? refused : text));
         if (!refused) {

@@ -1,6 +1,7 @@
 // The grid of the item pages: shape and storage, errors, current cell,
-// scrolling, geometry against what is painted, mouse and keys.
+// scrolling, geometry against what is painted, and the mouse.
 #include "platform/MSFlexGrid.h"
+#include "support/RuntimeErrors.h"
 
 #include <QApplication>
 #include <QImage>
@@ -11,28 +12,15 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <functional>
 
 using tessaly::MSFlexGrid;
-using tessaly::RuntimeError;
 
 namespace {
 
 // Default sizes in pixels.
 constexpr int RowPx = 16;
 constexpr int ColPx = 64;
-
-// The number of the RuntimeError a call raises, 0 when it raises none.
-int errorOf(const std::function<void()>& call)
-{
-    try {
-        call();
-    } catch (const RuntimeError& e) {
-        return e.number();
-    }
-    return 0;
-}
 
 // Shows a grid at 300 x 200 pixels and lets the scroll bars settle (Qt shows
 // and hides them from a queued call).
@@ -60,7 +48,7 @@ QRect currentCellPixels(const MSFlexGrid& grid)
 
 } // namespace
 
-TEST(FlexGridErrors, BadRowsColumnsAndCountsChangeNothing)
+TEST(FlexGridCurrentCell, BadCallsChangeNothingAndEachRealChangeRaisesRowColChangeOnce)
 {
     MSFlexGrid grid;
     grid.setRows(3);
@@ -70,44 +58,34 @@ TEST(FlexGridErrors, BadRowsColumnsAndCountsChangeNothing)
     grid.setColWidth(2, 300);
     QSignalSpy changes(&grid, &MSFlexGrid::RowColChange);
 
-    const std::function<void()> badRows[] = {
-        [&] { grid.setRow(3); },
-        [&] { grid.setTextMatrix(-1, 1, QStringLiteral("y")); },
-        [&] { grid.setRowHeight(3, 300); },
+    const std::pair<std::function<void()>, int32_t> bad[] = {
+        {[&] { grid.setRow(3); }, tessaly::errGridInvalidRow},
+        {[&] { grid.setTextMatrix(-1, 1, QStringLiteral("y")); }, tessaly::errGridInvalidRow},
+        {[&] { grid.setRowHeight(3, 300); }, tessaly::errGridInvalidRow},
+        {[&] { grid.setCol(-1); }, tessaly::errGridInvalidCol},
+        {[&] { grid.TextMatrix(1, 3); }, tessaly::errGridInvalidCol},
+        {[&] { grid.setColWidth(-1, 300); }, tessaly::errGridInvalidCol},
+        {[&] { grid.setCellAlignment(10); }, tessaly::errInvalidPropertyValue},
+        {[&] { grid.setRows(0); }, tessaly::errInvalidPropertyValue},
+        {[&] { grid.setCols(-1); }, tessaly::errInvalidPropertyValue},
+        {[&] { grid.setRows(350000 / 3 + 1); }, tessaly::errGridTooManyCells}, // 350,000 cells at most
     };
-    for (const auto& call : badRows)
-        EXPECT_EQ(errorOf(call), tessaly::errGridInvalidRow);
-    const std::function<void()> badCols[] = {
-        [&] { grid.setCol(-1); },
-        [&] { grid.TextMatrix(1, 3); },
-        [&] { grid.setColWidth(-1, 300); },
-    };
-    for (const auto& call : badCols)
-        EXPECT_EQ(errorOf(call), tessaly::errGridInvalidCol);
-    EXPECT_EQ(errorOf([&] { grid.setCellAlignment(10); }), tessaly::errInvalidPropertyValue);
-    EXPECT_EQ(errorOf([&] { grid.setRows(0); }), tessaly::errInvalidPropertyValue);
-    EXPECT_EQ(errorOf([&] { grid.setCols(-1); }), tessaly::errInvalidPropertyValue);
-    EXPECT_EQ(errorOf([&] { grid.setRows(350000 / 3 + 1); }), tessaly::errGridTooManyCells); // 350,000 cells at most
-
+    for (const auto& [call, error] : bad)
+        EXPECT_EQ(ErrorNumberOf(call), error);
     EXPECT_EQ(changes.count(), 0);
     EXPECT_EQ(QRect(grid.Col(), grid.Row(), grid.Cols(), grid.Rows()), QRect(0, 1, 3, 3));
     EXPECT_EQ(grid.TextMatrix(1, 1), QStringLiteral("x"));
     EXPECT_EQ(QSize(grid.ColWidth(2), grid.RowHeight(2)), QSize(300, 300));
-}
 
-TEST(FlexGridCurrentCell, RowColChangeOncePerRealChange)
-{
-    MSFlexGrid grid;
+    // Each real change of the current cell raises RowColChange once;
+    // shrinking past the cell moves it to the last row and column.
     grid.setRows(5);
-    grid.setCols(3);
-    QSignalSpy changes(&grid, &MSFlexGrid::RowColChange);
     grid.setRow(1); // already current
     grid.setRow(3);
     grid.setCol(2);
     grid.setCol(2);
     grid.setRow(0); // code may make the title row current
     EXPECT_EQ(changes.count(), 3);
-    // Shrinking past the current cell moves it to the last row and column.
     grid.setRow(4);
     grid.setRows(3);
     grid.setCols(2);
@@ -231,33 +209,6 @@ TEST(FlexGridMouse, ClickMakesACellCurrentAndScrollsItWhole)
     EXPECT_EQ(grid.LeftCol(), 1);
     const QRect cell = currentCellPixels(grid).translated(-grid.viewport()->pos());
     EXPECT_TRUE(QRect(QPoint(0, 0), view).contains(cell)) << cell.right() << ',' << cell.bottom();
-}
-
-// The panel's key handler moves the current cell; the grid then brings it on
-// view, whole.
-TEST(FlexGridKeys, CellMovedByTheKeyHandlerScrollsIntoView)
-{
-    MSFlexGrid grid;
-    grid.setRows(60);
-    grid.setCols(10);
-    showGrid(grid);
-    const QRect view = grid.viewport()->geometry();
-    QPoint target(8, 40);
-    QObject::connect(&grid, &MSFlexGrid::KeyDown, [&](int key, int) {
-        EXPECT_EQ(key, 40) << "the virtual-key code of Down";
-        grid.setRow(target.y());
-        grid.setCol(target.x());
-    });
-    QSignalSpy scrolls(&grid, &MSFlexGrid::Scroll);
-    QTest::keyClick(&grid, Qt::Key_Down);
-    EXPECT_EQ(scrolls.count(), 1);
-    const QRect cell = currentCellPixels(grid);
-    EXPECT_EQ(cell.bottom(), view.bottom() - (view.height() - RowPx) % RowPx); // last whole row on view
-    EXPECT_EQ(cell.right(), view.right() - view.width() % ColPx);
-    target = QPoint(0, 7);
-    QTest::keyClick(&grid, Qt::Key_Down);
-    EXPECT_EQ(grid.TopRow(), 7);
-    EXPECT_EQ(grid.LeftCol(), 0);
 }
 
 // What reaches the screen after a change on view: the grid asks for the

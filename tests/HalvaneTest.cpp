@@ -99,6 +99,13 @@ const NvAddress Mdn{178, 0};
 const NvAddress LifeTime{55, -1};
 const NvAddress NamName{43, 0};
 
+// A backup's change that a restore writes in two steps: NV item 43, then the MDN.
+void ChangeNamNameThenMdn(NvFile& file)
+{
+    EntryOf(file, NamName).data[1] = 'X';
+    EntryOf(file, Mdn).data[1] = '9';
+}
+
 } // namespace
 
 TEST_F(HalvaneTest, ReadKeepsABackupOfItemsTheHandsetLacksAndTellsThemOnce)
@@ -183,10 +190,7 @@ TEST_F(HalvaneTest, WriteThatReadsBackDifferentStopsTheRestoreAndEveryOutcomeIsT
 {
     const QString port = start({"--garble", "43"});
     ASSERT_EQ(halvane({"--port", port, "--read"}).status, 0);
-    const QString backup = changedBackup(backups()[0], [](NvFile& file) {
-        EntryOf(file, NamName).data[1] = 'X';
-        EntryOf(file, Mdn).data[1] = '9';
-    });
+    const QString backup = changedBackup(backups()[0], ChangeNamNameThenMdn);
     const Outcome run = halvane({"--port", port, "--restore-backup", backup});
     EXPECT_EQ(run.status, 1);
     EXPECT_TRUE(run.out.contains(QLatin1String("NV item 43 (index 0): failed (NV item 43 (index 0) reads back different")))
@@ -200,10 +204,7 @@ TEST_F(HalvaneTest, LineDyingMidRestoreTellsEveryOutcome)
     const auto reads = qsizetype(Catalogue::BuiltIn().addresses().size());
     const QString port = start({"--dead-after", QString::number(2 * (reads + 1) + 2)});
     ASSERT_EQ(halvane({"--port", port, "--read"}).status, 0);
-    const QString backup = changedBackup(backups()[0], [](NvFile& file) {
-        EntryOf(file, NamName).data[1] = 'X';
-        EntryOf(file, Mdn).data[1] = '9';
-    });
+    const QString backup = changedBackup(backups()[0], ChangeNamNameThenMdn);
     const Outcome run = halvane({"--port", port, "--restore-backup", backup, "--reply-time", "100"});
     EXPECT_EQ(run.status, 1);
     EXPECT_TRUE(run.out.contains(QLatin1String("NV item 43 (index 0): restored"))) << qPrintable(run.out);

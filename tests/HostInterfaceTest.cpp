@@ -5,6 +5,7 @@
 // holds. The sanitizer build runs them too. (The package test makes calls by
 // name from a host that loads the library.)
 #include "support/PanelFixture.h"
+#include "support/TestModel.h"
 
 #include <QMetaMethod>
 #include <QSignalSpy>
@@ -14,14 +15,6 @@
 using namespace tessaly;
 
 namespace {
-
-struct QuietModel : IBaseModel {
-    void NVRead() override { Q_EMIT StepIt(1); }
-    void GetModelName(QString& name) override { name = QStringLiteral("Quiet"); }
-    void GetPortNumber(QString& port) override { port = QStringLiteral("3"); }
-    void NVWrite() override {}
-    void NVRestore() override { throw TessalyError(7, QStringLiteral("no backup")); }
-};
 
 // The methods callable by name, every signature of each.
 QList<QMetaMethod> ByNameMethods()
@@ -60,10 +53,13 @@ struct Arguments {
     explicit Arguments(unsigned seed)
         : random(seed)
     {
+        // A model that steps before any total and whose Restore fails.
+        model.onRead = [](TestModel& m) { emit m.StepIt(1); };
+        model.onRestore = [](TestModel&) { throw TessalyError(7, QStringLiteral("no backup")); };
     }
 
     std::mt19937 random;
-    QuietModel model;
+    TestModel model;
     const QString huge = QString(100000, QLatin1Char('9'));
 
     template <class T>
@@ -183,8 +179,7 @@ TEST_F(HostInterfaceTest, RandomCallsByNameKeepThePanelsPromises)
 
             // Now and then the user clicks a command.
             if (step % 100 == 0)
-                QTest::mouseClick(control(QStringLiteral("picCommand(%1)").arg(arguments.pick<int>({0, 1, 3}))),
-                                  Qt::LeftButton, {}, QPoint(20, 10));
+                clickCommand(arguments.pick<int>({0, 1, 3}));
         }
         host.reset();
         SetUp();

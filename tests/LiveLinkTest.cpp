@@ -75,16 +75,11 @@ TEST_F(LiveLinkTest, LineDyingMidWriteTellsWhatWasWrittenAndTheBarComesBack)
     model::SimulatedHandset handset(*host, memory);
     handset.setIdentity(QStringLiteral("TESSALY-EMU"), line.portName());
     host->SetModelDLL(&handset);
-    const auto click = [&](int command) {
-        QWidget* button = control(QStringLiteral("picCommand(%1)").arg(command));
-        QTest::mouseClick(button, Qt::LeftButton, {}, button->rect().center());
-        return button;
-    };
-    click(0);
+    clickCommand(0);
     host->AddItemToGrd(0, {}, true, false, {}, QStringLiteral("8585550177"), 1, 1);
     host->AddItemToGrd(1, {}, false, false, {}, QStringLiteral("Mine"), 1, 1);
     DialogAnswerer answerer;
-    QWidget* write = click(1);
+    clickCommand(1);
     ASSERT_EQ(answerer.texts().size(), 1);
     const QString told = answerer.texts()[0];
     EXPECT_TRUE(told.contains(QStringLiteral("NV Write failed at NV item 178 (index 0), \"Mobile Directory Number "
@@ -93,7 +88,7 @@ TEST_F(LiveLinkTest, LineDyingMidWriteTellsWhatWasWrittenAndTheBarComesBack)
         << qPrintable(told);
     EXPECT_TRUE(told.contains(QLatin1String("Written and verified before it: NV item 71.")));
     EXPECT_TRUE(told.contains(QLatin1String("Not written: NV item 178 (index 0).")));
-    EXPECT_TRUE(write->isEnabled()) << "the command bar is back at rest";
+    EXPECT_TRUE(panel().picCommand(1)->isEnabled()) << "the command bar is back at rest";
 }
 
 TEST_F(LiveLinkTest, WindowKeepsPaintingWhileALiveCommandWaits)

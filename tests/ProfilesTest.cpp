@@ -1,5 +1,5 @@
-// The MIP profile page and the basic information, through the host's calls
-// and the user's pick of a profile count.
+// The MIP profile page, through the host's calls and the user's pick of a
+// profile count.
 #include "support/PanelFixture.h"
 
 using namespace tessaly;
@@ -27,7 +27,7 @@ protected:
 
 } // namespace
 
-TEST_F(ProfilesTest, CountKeepsButtonsAndTreeInLineAndTheActiveProfileWhileItStays)
+TEST_F(ProfilesTest, CountKeepsButtonsAndTreeInLineAndTheActiveProfileWhileItStaysAndRefusesWhatIsOutOfRange)
 {
     EXPECT_EQ(host->GetProfileCount(), 1);
     EXPECT_EQ(host->GetActiveProfileIndex(), 0);
@@ -57,28 +57,14 @@ TEST_F(ProfilesTest, CountKeepsButtonsAndTreeInLineAndTheActiveProfileWhileItSta
     EXPECT_EQ(enabledButtons(), QList<bool>(6, true));
     host->SetProfileCountEnable(false);
     EXPECT_FALSE(panel().cmbProfileCount->isEnabled());
-}
 
-TEST_F(ProfilesTest, OutOfRangeCallsAreReportedAndChangeNothing)
-{
-    host->SetProfileCount(4);
+    // Calls out of range are reported and change nothing.
     DialogAnswerer answerer;
     host->SetProfileCount(7);
     host->SetProfileCount(-1);
     host->SetActiveProfileIndex(6);
     EXPECT_EQ(answerer.texts().size(), 3);
     EXPECT_EQ(answerer.texts()[2], "Error[Interface/SetActiveProfileIndex]:340\tControl array element '6' doesn't exist\t");
-    EXPECT_EQ(host->GetProfileCount(), 4);
-    EXPECT_EQ(profileNodes().size(), 4);
-}
-
-TEST_F(ProfilesTest, BasicInformationShowsTheHostsValuesInRegularWeight)
-{
-    host->SetBasicInfo(QStringLiteral("HV-2.31"), QStringLiteral("2027-03-01"), QStringLiteral("8F3A21C4"),
-                       QStringLiteral("A0000012345678"), QStringLiteral("1234 h"), QStringLiteral("567"));
-    const PanelControls& p = panel();
-    EXPECT_EQ(QStringList({p.txtPhoneSWVer->Text(), p.txtWarrantyDate->Text(), p.txtESN->Text(), p.txtMEID->Text(),
-                           p.txtLifeTimer->Text(), p.txtLifeCnt->Text()}),
-              QStringList({"HV-2.31", "2027-03-01", "8F3A21C4", "A0000012345678", "1234 h", "567"}));
-    EXPECT_FALSE(p.txtESN->font().bold() || p.txtLifeCnt->font().bold());
+    EXPECT_EQ(host->GetProfileCount(), 2);
+    EXPECT_EQ(profileNodes().size(), 2);
 }

@@ -94,15 +94,13 @@ using PanelRenderingTest = PanelFixture;
 TEST_F(PanelRenderingTest, CellUnderAnOpenTextEditorDoesNotShowItsText)
 {
     host->SetNVFieldItemCount(1, 1);
-    host->AddItemToGrid2(1, {}, false, {}, QStringLiteral("Banner"), 1, 0);
-    host->AddItemToGrd(1, QStringLiteral("########"), false, false, {}, QStringLiteral("Halvane"), 1, 1);
+    item(1, 1, "Banner", QStringLiteral("Halvane"), QStringLiteral("########"));
     clickNode(QStringLiteral("General"));
     MSFlexGrid* g = grid(1);
-    QTest::mouseDClick(g->viewport(), Qt::LeftButton, {}, QPoint(ToPixels(g->ColWidth(0)) + 20, ToPixels(g->RowHeight(0)) + 8));
+    clickCell(g, 1, 1, true);
     TextBox* editor = panel().txtEdit(1);
     ASSERT_TRUE(editor->isVisible());
-    const QRect cell(QPoint(ToPixels(g->CellLeft()), ToPixels(g->CellTop())) - g->viewport()->pos(),
-                     QSize(ToPixels(g->CellWidth()), ToPixels(g->CellHeight())));
+    const QRect cell = cellRect(g, 1, 1).translated(-g->viewport()->pos());
     const int editorBottom = editor->geometry().bottom() - g->y() - g->viewport()->y();
     ASSERT_LT(editorBottom, cell.bottom() - 2) << "the editor is lower than its cell";
     // Below the editor, inside the cell's lines and focus outline: its ground alone.

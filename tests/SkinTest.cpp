@@ -1,23 +1,17 @@
 // The skin's bitmaps as the build makes them, how the panel shows them at
-// either device pixel ratio, and the faces that stand in for the layout's
-// fonts. The same binary runs again with QT_SCALE_FACTOR=2.
+// either device pixel ratio, and the installed faces that the layout's fonts
+// map onto. The same binary runs again with QT_SCALE_FACTOR=2.
 #include "layout/SkinArt.h"
 #include "support/PanelFixture.h"
 
 #include <QDir>
-#include <QFile>
 #include <QFontInfo>
+#include <QImageReader>
 #include <QPainter>
 
 using namespace tessaly;
 
 namespace {
-
-uint32_t BigEndian32(const QByteArray& bytes, int at)
-{
-    return uint32_t(uchar(bytes[at])) << 24 | uint32_t(uchar(bytes[at + 1])) << 16 | uint32_t(uchar(bytes[at + 2])) << 8
-        | uint32_t(uchar(bytes[at + 3]));
-}
 
 // Every bitmap of the skin by name, its double rendering left out.
 QStringList BitmapNames()
@@ -29,17 +23,12 @@ QStringList BitmapNames()
     return names;
 }
 
-// Width and height from a PNG's header, or nothing when the file is no RGB
-// PNG of 8 bits a channel without alpha.
-QSize RgbPngSize(const QString& path)
+// A bitmap's size when it is an RGB picture of 8 bits a channel without
+// alpha, else nothing.
+QSize RgbSize(const QString& path)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return {};
-    const QByteArray png = file.read(26);
-    if (!png.startsWith("\x89PNG\r\n\x1a\n") || png[24] != 8 || png[25] != 2)
-        return {};
-    return QSize(int(BigEndian32(png, 16)), int(BigEndian32(png, 20)));
+    QImageReader reader(path);
+    return reader.imageFormat() == QImage::Format_RGB32 ? reader.size() : QSize();
 }
 
 // Mean difference of two pictures of one size, 0 to 255 a channel.
@@ -63,9 +52,9 @@ double MeanDifference(const QPixmap& a, const QPixmap& b)
 TEST(SkinArt, EveryBitmapIsBuiltAsRgbWithoutAlphaAndAgainAtTwiceItsSize)
 {
     for (const QString& name : BitmapNames()) {
-        const QSize single = RgbPngSize(QStringLiteral(":/tessaly/skin/%1.png").arg(name));
+        const QSize single = RgbSize(QStringLiteral(":/tessaly/skin/%1.png").arg(name));
         EXPECT_FALSE(single.isEmpty()) << qPrintable(name);
-        EXPECT_EQ(RgbPngSize(QStringLiteral(":/tessaly/skin/%1@2x.png").arg(name)), single * 2) << qPrintable(name);
+        EXPECT_EQ(RgbSize(QStringLiteral(":/tessaly/skin/%1@2x.png").arg(name)), single * 2) << qPrintable(name);
     }
 }
 

@@ -1,20 +1,9 @@
-// What a host finds when a new panel has started, and what it leaves behind
-// when it ends.
+// A new panel at rest: once drawn, it asks for no more paints.
 #include "support/PanelFixture.h"
 
 using namespace tessaly;
 
 using StartupTest = PanelFixture;
-
-TEST_F(StartupTest, PanelHasItsFixedSizeAndShowsBasicInformation)
-{
-    EXPECT_EQ(host->size(), QSize(720, 562));
-    EXPECT_TRUE(panel().fraBasicInfo->isVisible());
-    EXPECT_FALSE(panel().fraMIPProfile->isVisible());
-    EXPECT_TRUE(shownPages().isEmpty());
-    EXPECT_EQ(panel().OrvenTreeView1->SelectedText(), "Basic Information");
-    EXPECT_EQ(panel().lblDataTitle->Caption(), "Basic Information");
-}
 
 TEST_F(StartupTest, IdlePanelRepaintsNothing)
 {

@@ -3,33 +3,23 @@
 #include "support/PanelFixture.h"
 
 #include <QSet>
+#include <QSignalSpy>
 
 using namespace tessaly;
 
 using TreeNavigationTest = PanelFixture;
 
-namespace {
-
-QList<QTreeWidgetItem*> AllNodes(QTreeWidget* tree)
-{
-    QList<QTreeWidgetItem*> nodes;
-    for (int i = 0; i < tree->topLevelItemCount(); ++i) {
-        nodes << tree->topLevelItem(i);
-        for (int j = 0; j < tree->topLevelItem(i)->childCount(); ++j)
-            nodes << tree->topLevelItem(i)->child(j);
-    }
-    return nodes;
-}
-
-} // namespace
-
-// Page 3 is the six profiles' alias; 9, 10 and 11 are spare.
+// The panel starts on Basic Information. Page 3 is the six profiles' alias;
+// 9, 10 and 11 are spare.
 TEST_F(TreeNavigationTest, EveryPageIsReachedFromOneNodeWhichShowsItAloneAndTitlesIt)
 {
+    EXPECT_EQ(panel().OrvenTreeView1->SelectedText(), "Basic Information");
+    EXPECT_EQ(panel().lblDataTitle->Caption(), "Basic Information");
+    EXPECT_TRUE(shownPages().isEmpty() && panel().fraBasicInfo->isVisible() && !panel().fraMIPProfile->isVisible());
     QSet<int> reached;
     int frames = 0;
-    for (QTreeWidgetItem* node : AllNodes(panel().OrvenTreeView1)) {
-        const QString text = node->text(0);
+    for (QTreeWidgetItemIterator node(panel().OrvenTreeView1); *node; ++node) {
+        const QString text = (*node)->text(0);
         SCOPED_TRACE(qPrintable(text));
         clickNode(text);
         EXPECT_EQ(panel().lblDataTitle->Caption(), text);
@@ -40,7 +30,11 @@ TEST_F(TreeNavigationTest, EveryPageIsReachedFromOneNodeWhichShowsItAloneAndTitl
             ++frames;
             continue;
         }
-        EXPECT_TRUE(grid(shown[0])->isVisible());
+        MSFlexGrid* g = grid(shown[0]);
+        EXPECT_TRUE(g->isVisible());
+        // "VALUE" alone over the one value column of a two-column grid, numbered over several.
+        EXPECT_EQ(g->TextMatrix(0, 0), "NV Items");
+        EXPECT_EQ(g->TextMatrix(0, 1), g->Cols() == 2 ? "VALUE" : "VALUE1");
         EXPECT_FALSE(reached.contains(shown[0])) << "page " << shown[0] << " has two nodes";
         reached << shown[0];
     }
@@ -64,6 +58,8 @@ TEST_F(TreeNavigationTest, KeysMoveLikeClicksAndANodeOfNoPageShowsNothing)
 
 TEST_F(TreeNavigationTest, EveryClickSendsAllGridsHomeAndClosesEditors)
 {
+    OrvenTreeView* tree = panel().OrvenTreeView1;
+    QSignalSpy clicks(tree, &OrvenTreeView::Click);
     clickNode(QStringLiteral("Data"));
     for (int page : {0, 2}) {
         grid(page)->setTopRow(40);
@@ -80,4 +76,8 @@ TEST_F(TreeNavigationTest, EveryClickSendsAllGridsHomeAndClosesEditors)
         EXPECT_EQ(QPoint(grid(page)->LeftCol(), grid(page)->TopRow()), QPoint(0, 1));
         EXPECT_EQ(QPoint(grid(page)->Col(), grid(page)->Row()), QPoint(0, 1));
     }
+    // A node chosen by code, or a click below the nodes, is no click.
+    tree->SelectNode(QStringLiteral("General"));
+    QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, QPoint(20, tree->viewport()->height() - 3));
+    EXPECT_EQ(clicks.count(), 2);
 }

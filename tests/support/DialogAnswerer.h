@@ -15,10 +15,8 @@ class QDialog;
 
 struct SeenDialog {
     QString objectName;
-    QString title;
     QString text; // a message box's text
     QMessageBox::Icon icon = QMessageBox::NoIcon;
-    int buttons = 0;
 };
 
 class DialogAnswerer {
