@@ -2,8 +2,8 @@
 #include "platform/MSFlexGrid.h"
 #include "platform/PixelFrame.h"
 
-#include <QPaintEvent>
 #include <QFontMetricsF>
+#include <QPaintEvent>
 #include <QPainter>
 #include <QVarLengthArray>
 
@@ -148,11 +148,13 @@ void MSFlexGrid::paintCell(QPainter& painter, int row, int col, const QRect& rec
 
 const MSFlexGrid::ShapedText& MSFlexGrid::shapedText(int index, const QString& text, const QFont& font) const
 {
-    if (m_shaped.size() != m_text.size())
-        m_shaped.assign(m_text.size(), std::nullopt);
-    std::optional<ShapedText>& shaped = m_shaped[size_t(index)];
+    if (m_shaped.size() != m_text.size()) {
+        m_shaped.clear();
+        m_shaped.resize(m_text.size());
+    }
+    std::unique_ptr<ShapedText>& shaped = m_shaped[size_t(index)];
     if (!shaped || shaped->font != font || shaped->text.text() != text) {
-        shaped.emplace(ShapedText{QStaticText(text), font, {}, false});
+        shaped = std::make_unique<ShapedText>(ShapedText{QStaticText(text), font, {}, false});
         shaped->text.setTextFormat(Qt::PlainText);
         shaped->text.prepare(QTransform(), font);
         const QFontMetricsF metrics(font);

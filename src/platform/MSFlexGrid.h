@@ -14,7 +14,7 @@
 #include <QString>
 
 #include <cstdint>
-#include <optional>
+#include <memory>
 #include <vector>
 
 namespace tessaly {
@@ -246,7 +246,7 @@ private:
 
     std::vector<QString> m_text;      // m_rows * m_cols, row after row
     std::vector<CellStyle> m_styles;  // same shape
-    mutable std::vector<std::optional<ShapedText>> m_shaped; // same shape, filled as cells are painted
+    mutable std::vector<std::unique_ptr<ShapedText>> m_shaped; // same shape, filled as cells are painted
     std::vector<int> m_colWidth;      // pixels
     std::vector<int> m_rowHeight;     // pixels
     std::vector<int8_t> m_fixedAlignment;
