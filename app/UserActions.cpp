@@ -2,6 +2,9 @@
 // rendering of what the screen then shows.
 #include "UserActions.h"
 
+#include "pages/PageTable.h"
+#include "panel/Panel.h"
+
 #include <tessaly/Tessaly.h>
 
 #include <QAbstractScrollArea>
@@ -9,7 +12,6 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QTreeWidget>
-#include <QTreeWidgetItemIterator>
 
 namespace halvane {
 
@@ -31,14 +33,21 @@ void SendLeftButton(QWidget* target, QPointF at, std::initializer_list<QEvent::T
 QStringList PageNodes(Tessaly& panel)
 {
     QStringList nodes;
-    if (auto* tree = panel.findChild<QTreeWidget*>(QStringLiteral("OrvenTreeView1")))
-        for (QTreeWidgetItemIterator node(tree); *node; ++node)
-            nodes << (*node)->text(0);
-    return nodes;
+    for (const tessaly::PageEntry& root : tessaly::FixedPages()) {
+        if (!root.node || root.parent)
+            continue;
+        nodes << QLatin1String(root.node);
+        for (const tessaly::PageEntry& child : tessaly::FixedPages())
+            if (child.parent && QLatin1String(child.parent) == QLatin1String(root.node))
+                nodes << QLatin1String(child.node);
+    }
+    return nodes + PanelOf(panel).Tabs().Names();
 }
 
 bool ClickTreeNode(Tessaly& panel, const QString& text)
 {
+    if (!PageNodes(panel).contains(text))
+        return false;
     auto* tree = panel.findChild<QTreeWidget*>(QStringLiteral("OrvenTreeView1"));
     const QList<QTreeWidgetItem*> found = tree ? tree->findItems(text, Qt::MatchExactly | Qt::MatchRecursive) : QList<QTreeWidgetItem*>();
     if (found.isEmpty())

@@ -12,9 +12,11 @@ class Tessaly;
 
 namespace halvane {
 
-// The texts of the page tree's nodes, in their order.
+// The nodes of the panel's pages in the tree's order: the fixed pages' and
+// then those the model added.
 QStringList PageNodes(Tessaly& panel);
-// Clicks the page tree's node as a user would, so that its page shows.
+// Clicks the node of one of those pages as a user would, so that its page
+// shows; false for a text that names none.
 bool ClickTreeNode(Tessaly& panel, const QString& text);
 // Clicks a button of the command bar as a user would.
 void ClickCommand(Tessaly& panel, int index);

@@ -1,11 +1,14 @@
 #include "model/Catalogue.h"
 
+#include "pages/PageTable.h"
+
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 
 #include <algorithm>
+#include <limits>
 #include <set>
 #include <stdexcept>
 
@@ -13,35 +16,27 @@ namespace tessaly::model {
 
 namespace {
 
-// The pages of the panel that hold values, with their number of value
-// columns; page 3 stands for the six profiles, one column each, and -1 for
-// the handset's own page, which it adds to the panel behind the others.
-struct PanelPage {
-    int16_t page;
-    const char* name;
-    int valueColumns;
-};
-
-constexpr PanelPage PanelPages[] = {
-    {0, "System NAM1", 22}, {1, "General", 3}, {2, "Data", 1},          {3, "MIP Profile", 1},
-    {4, "Feature", 1},      {5, "MMS", 2},     {6, "SMS/EMS", 2},       {7, "WAP", 2},
-    {8, "BREW", 2},         {12, "LBS", 2},    {13, "Calibration", 40}, {-1, "Roaming List", 6},
-};
-
-// The sheets that one page of the catalogue fills: both NAMs for page 0 (the
-// second on page 20), the six profiles for page 3.
-std::vector<Sheet> SheetsOf(const Page& page, const PanelPage& panel)
+// The columns of values a row of page `number` may fill: the page's own
+// value columns, or a profile page's for the six profiles.
+int ValueColumns(int16_t number)
 {
+    return FindPage(number == ProfilesPart ? FirstProfilePage : number)->cols - 1;
+}
+
+// The sheets that one page of the catalogue fills, named as the tree names
+// them: both NAMs for page 0, the six profiles for page 3, one column each.
+std::vector<Sheet> SheetsOf(const Page& page)
+{
+    const auto node = [](int16_t number) { return QLatin1String(FindPage(number)->node); };
     if (page.page == 0)
-        return {{QStringLiteral("System NAM1"), 0, 0, true, &page},
-                {QStringLiteral("System NAM2"), 20, 1, true, &page}};
-    if (page.page == 3) {
+        return {{node(0), 0, 0, true, &page}, {node(SecondNamPage), SecondNamPage, 1, true, &page}};
+    if (page.page == ProfilesPart) {
         std::vector<Sheet> profiles;
-        for (int profile = 0; profile < 6; ++profile)
-            profiles.push_back({QStringLiteral("MIP Profile %1").arg(profile), 3, profile, profile == 0, &page});
+        for (int profile = 0; profile <= LastProfilePage - FirstProfilePage; ++profile)
+            profiles.push_back({node(int16_t(FirstProfilePage + profile)), ProfilesPart, profile, profile == 0, &page});
         return profiles;
     }
-    return {{QLatin1String(panel.name), page.page, 0, true, &page}};
+    return {{node(page.page), page.page, 0, true, &page}};
 }
 
 } // namespace
@@ -83,17 +78,21 @@ public:
         catalogue.m_pages.reserve(size_t(pages.size())); // the sheets point into it
         for (const QJsonValue& value : pages) {
             const QJsonObject object = value.toObject();
-            const int number = object[QLatin1String("page")].toInt(-1);
-            const auto panel = std::find_if(std::begin(PanelPages), std::end(PanelPages),
-                                            [&](const PanelPage& known) { return known.page == number; });
-            if (panel == std::end(PanelPages))
-                fail(QStringLiteral("page %1 is not a page of values").arg(number));
+            const QString added = object[QLatin1String("added")].toString();
+            const int16_t number = added.isEmpty() ? pageNumber(object[QLatin1String("page")]) : int16_t(-1);
+            if (FindPageByNode(added))
+                fail(QStringLiteral("the added page \"%1\" takes the name of a page of the panel").arg(added));
             if (!listed.insert(number).second)
-                fail(QStringLiteral("page %1 is listed twice").arg(number));
-            Page& page = catalogue.m_pages.emplace_back(Page{int16_t(number), {}});
-            const std::vector<Sheet> sheets = SheetsOf(page, *panel);
+                fail(added.isEmpty() ? QStringLiteral("page %1 is listed twice").arg(number)
+                                     : QStringLiteral("the handset adds one page of its own at most"));
+            Page& page = catalogue.m_pages.emplace_back(Page{number, {}});
+            const std::vector<Sheet> sheets
+                = added.isEmpty() ? SheetsOf(page) : std::vector<Sheet>{{added, -1, 0, true, &page}};
+            const QString label = added.isEmpty() ? QString::number(number) : added;
+            // An added page is made as wide as its rows need.
+            const int columns = added.isEmpty() ? ValueColumns(number) : std::numeric_limits<int>::max();
             for (const QJsonValue& row : object[QLatin1String("rows")].toArray())
-                page.rows.push_back(readRow(row.toObject(), *panel, sheets));
+                page.rows.push_back(readRow(row.toObject(), label, columns, sheets));
             catalogue.m_sheets.insert(catalogue.m_sheets.end(), sheets.begin(), sheets.end());
         }
         catalogue.m_addresses = std::move(m_addresses);
@@ -127,6 +126,22 @@ private:
         return field;
     }
 
+    // The number of a page of the panel that the catalogue fills: one that a
+    // node of the tree shows as a grid, the second NAM and the profiles
+    // through the page that stands for them.
+    int16_t pageNumber(const QJsonValue& value) const
+    {
+        const int number = value.toInt(-1);
+        const PageEntry* entry = FindPage(int16_t(std::clamp(number, -1, int(LastFixedPage) + 1)));
+        if (!entry || !entry->node)
+            fail(QStringLiteral("page %1 is not a page of values of the panel").arg(number));
+        if (entry->parent)
+            fail(QStringLiteral("page %1 is filled as a profile of page %2").arg(number).arg(ProfilesPart));
+        if (number == SecondNamPage)
+            fail(QStringLiteral("page %1 is filled as the second NAM of page 0").arg(number));
+        return int16_t(number);
+    }
+
     uint16_t itemNumber(const QJsonValue& value, const QString& where) const
     {
         const int item = value.toInt(-1);
@@ -150,11 +165,11 @@ private:
         return result;
     }
 
-    Row readRow(const QJsonObject& object, const PanelPage& panel, const std::vector<Sheet>& sheets)
+    Row readRow(const QJsonObject& object, const QString& page, int valueColumns, const std::vector<Sheet>& sheets)
     {
         Row row;
         row.title = object[QLatin1String("title")].toString();
-        const QString where = QStringLiteral("page %1, \"%2\"").arg(panel.page).arg(row.title);
+        const QString where = QStringLiteral("page %1, \"%2\"").arg(page, row.title);
         if (row.title.isEmpty())
             fail(QStringLiteral("%1: the row has no title").arg(where));
 
@@ -162,8 +177,8 @@ private:
         // item per column.
         const QJsonValue items = object[QLatin1String("item")];
         const int columns = items.isArray() ? int(items.toArray().size()) : object[QLatin1String("columns")].toInt(1);
-        if (columns < 1 || columns > panel.valueColumns)
-            fail(QStringLiteral("%1: the page has %2 value columns").arg(where).arg(panel.valueColumns));
+        if (columns < 1 || columns > valueColumns)
+            fail(QStringLiteral("%1: the page has %2 value columns").arg(where).arg(valueColumns));
         const int width = object[QLatin1String("width")].toInt();
         const int stride = object[QLatin1String("stride")].toInt(width);
         for (int column = 0; column < columns; ++column) {

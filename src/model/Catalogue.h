@@ -6,6 +6,7 @@
 
 #include "model/FieldCoding.h"
 #include "model/NvMemory.h"
+#include "pages/PageTable.h"
 
 #include <QString>
 
@@ -39,8 +40,8 @@ struct Sheet {
     const Page* page = nullptr;
 
     // The column of a value for AddItemToGrd and for GetItemFromGrd.
-    int32_t fillColumn(size_t column) const { return part == 3 ? copy + 1 : int32_t(column) + 1; }
-    int32_t readColumn(size_t column) const { return part == 3 ? copy : int32_t(column); }
+    int32_t fillColumn(size_t column) const { return part == ProfilesPart ? copy + 1 : int32_t(column) + 1; }
+    int32_t readColumn(size_t column) const { return part == ProfilesPart ? copy : int32_t(column); }
 };
 
 class Catalogue {

@@ -81,6 +81,15 @@ void AddedTabs::RemoveTab(int16_t TabNumber)
     });
 }
 
+QStringList AddedTabs::Names() const
+{
+    QStringList names;
+    for (const AddedTab& tab : g_arrAddedTab)
+        if (tab.TabNumber > LastFixedPage)
+            names << tab.TabName;
+    return names;
+}
+
 int16_t AddedTabs::FindAddedTabByName(const QString& name) const
 {
     for (const AddedTab& tab : g_arrAddedTab)

@@ -7,6 +7,8 @@
 #include "pages/PageRecords.h"
 #include "platform/Arrays.h"
 
+#include <QStringList>
+
 namespace tessaly {
 
 class CellStore;
@@ -19,6 +21,8 @@ public:
     int16_t AddTab(const QString& strTabName, int16_t nFlexGridColCount);
     void RemoveTab(int16_t TabNumber);
 
+    // The nodes of the added pages, oldest first.
+    QStringList Names() const;
     // The number of the added page with that node, or -1.
     int16_t FindAddedTabByName(const QString& name) const;
     // The node of added page `number`, with its place in the list; empty

@@ -18,7 +18,7 @@ void PageGrids::SetNVFieldItemCount(int16_t Part, int16_t count)
                 c.MSFlexGrid1(page)->setRows(rows);
         }
         if (Part == 0)
-            c.MSFlexGrid1(LastFixedPage)->setRows(rows);
+            c.MSFlexGrid1(SecondNamPage)->setRows(rows);
     });
 }
 

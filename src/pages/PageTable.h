@@ -31,6 +31,8 @@ struct PageEntry {
 
 // The highest fixed page: pages the host adds are numbered after it.
 inline constexpr int16_t LastFixedPage = 20;
+// The second NAM's page, whose rows page 0's item count sets.
+inline constexpr int16_t SecondNamPage = 20;
 // Page 3 of the host's cell calls stands for the six MIP profile pages.
 inline constexpr int16_t ProfilesPart = 3;
 inline constexpr int16_t FirstProfilePage = 14;

@@ -2,6 +2,7 @@
 #include "platform/MSFlexGrid.h"
 #include "platform/PixelFrame.h"
 
+#include <QFontMetricsF>
 #include <QPaintEvent>
 #include <QPainter>
 #include <QVarLengthArray>
@@ -14,16 +15,34 @@ namespace {
 
 // Qt alignment flags for an Alignment value: value / 3 is left, centre or
 // right, value % 3 top, centre or bottom. General puts numbers to the right.
-Qt::Alignment alignmentFlags(int alignment, const QString& text)
+Qt::Alignment alignmentFlags(int alignment, bool number)
 {
-    if (alignment == MSFlexGrid::General) {
-        bool number = false;
-        text.toDouble(&number);
+    if (alignment == MSFlexGrid::General)
         return (number ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter;
-    }
     static constexpr Qt::AlignmentFlag horizontal[] = {Qt::AlignLeft, Qt::AlignHCenter, Qt::AlignRight};
     static constexpr Qt::AlignmentFlag vertical[] = {Qt::AlignTop, Qt::AlignVCenter, Qt::AlignBottom};
     return horizontal[alignment / 3] | vertical[alignment % 3];
+}
+
+// Where text of `size` starts in `box` at `flags`: the place that drawing
+// the text into the box with those flags gives it.
+QPointF alignedTopLeft(const QRect& box, Qt::Alignment flags, QSizeF size)
+{
+    const qreal x = flags & Qt::AlignRight     ? box.x() + box.width() - size.width()
+                    : flags & Qt::AlignHCenter ? box.x() + (box.width() - size.width()) / 2
+                                               : box.x();
+    const qreal y = flags & Qt::AlignBottom    ? box.y() + box.height() - size.height()
+                    : flags & Qt::AlignVCenter ? box.y() + (box.height() - size.height()) / 2
+                                               : box.y();
+    return {x, y};
+}
+
+// Text that lays out on one line with nothing to expand.
+bool singleLine(const QString& text)
+{
+    return std::none_of(text.begin(), text.end(), [](QChar ch) {
+        return ch == u'\n' || ch == u'\r' || ch == u'\t' || ch == QChar::LineSeparator || ch == QChar::ParagraphSeparator;
+    });
 }
 
 } // namespace
@@ -115,9 +134,34 @@ void MSFlexGrid::paintCell(QPainter& painter, int row, int col, const QRect& rec
     painter.setPen(style.hasFore ? QColor::fromRgba(style.fore) : fixed ? m_foreColorFixed : m_foreColor);
     painter.save();
     painter.setClipRect(inside);
-    painter.drawText(inside.adjusted(TextMargin, 0, -TextMargin, 0),
-                     int(alignmentFlags(alignment, text)) | Qt::TextDontClip, text);
+    const QRect box = inside.adjusted(TextMargin, 0, -TextMargin, 0);
+    if (singleLine(text)) {
+        const ShapedText& shaped = shapedText(cellIndex(row, col), text, painter.font());
+        painter.drawStaticText(alignedTopLeft(box, alignmentFlags(alignment, shaped.number), shaped.size), shaped.text);
+    } else {
+        bool number = false;
+        text.toDouble(&number);
+        painter.drawText(box, int(alignmentFlags(alignment, number)) | Qt::TextDontClip, text);
+    }
     painter.restore();
+}
+
+const MSFlexGrid::ShapedText& MSFlexGrid::shapedText(int index, const QString& text, const QFont& font) const
+{
+    if (m_shaped.size() != m_text.size()) {
+        m_shaped.clear();
+        m_shaped.resize(m_text.size());
+    }
+    std::unique_ptr<ShapedText>& shaped = m_shaped[size_t(index)];
+    if (!shaped || shaped->font != font || shaped->text.text() != text) {
+        shaped = std::make_unique<ShapedText>(ShapedText{QStaticText(text), font, {}, false});
+        shaped->text.setTextFormat(Qt::PlainText);
+        shaped->text.prepare(QTransform(), font);
+        const QFontMetricsF metrics(font);
+        shaped->size = QSizeF(metrics.horizontalAdvance(text), metrics.ascent() + metrics.descent());
+        text.toDouble(&shaped->number);
+    }
+    return *shaped;
 }
 
 QFont MSFlexGrid::cellFont(int row, int col) const

@@ -8,10 +8,13 @@
 
 #include <QAbstractScrollArea>
 #include <QColor>
+#include <QFont>
 #include <QPointer>
+#include <QStaticText>
 #include <QString>
 
 #include <cstdint>
+#include <memory>
 #include <vector>
 
 namespace tessaly {
@@ -186,6 +189,15 @@ private:
         bool bold = false;
     };
 
+    // A cell's text as last painted, laid out once for its font, so that a
+    // repaint draws it without shaping it again.
+    struct ShapedText {
+        QStaticText text;
+        QFont font;
+        QSizeF size; // its advance, and the font's ascent and descent
+        bool number = false; // whether it reads as a number, for General
+    };
+
     int cellIndex(int row, int col) const { return row * m_cols + col; }
     CellStyle& currentStyle() { return m_styles[size_t(cellIndex(m_row, m_col))]; }
     const CellStyle& currentStyle() const { return m_styles[size_t(cellIndex(m_row, m_col))]; }
@@ -218,6 +230,7 @@ private:
     void paintCell(QPainter& painter, int row, int col, const QRect& rect, bool lines) const;
     void paintFocus(QPainter& painter) const;
     QFont cellFont(int row, int col) const;
+    const ShapedText& shapedText(int index, const QString& text, const QFont& font) const;
     bool covered(int row, int col) const;
 
     int m_rows = 0;
@@ -233,6 +246,7 @@ private:
 
     std::vector<QString> m_text;      // m_rows * m_cols, row after row
     std::vector<CellStyle> m_styles;  // same shape
+    mutable std::vector<std::unique_ptr<ShapedText>> m_shaped; // same shape, filled as cells are painted
     std::vector<int> m_colWidth;      // pixels
     std::vector<int> m_rowHeight;     // pixels
     std::vector<int8_t> m_fixedAlignment;
