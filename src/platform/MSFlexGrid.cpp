@@ -1,4 +1,5 @@
-// The grid's data and properties. Row and column positions are worked out in
+// The grid's data and properties. The current cell's properties are in
+// FlexGridCurrentCell.cpp; row and column positions are worked out in
 // FlexGridGeometry.cpp, painting in FlexGridPaint.cpp, mouse and keyboard in
 // FlexGridInput.cpp.
 #include "platform/MSFlexGrid.h"
@@ -248,80 +249,6 @@ void MSFlexGrid::setFixedAlignment(int col, int alignment)
         raiseInvalidValue();
     m_fixedAlignment[size_t(col)] = int8_t(alignment);
     updateCell(0, col);
-}
-
-// The current cell's rectangle, reported from the grid widget's own corner:
-// the viewport sits inside the frame.
-int MSFlexGrid::CellLeft() const
-{
-    return int(ToTwips(viewport()->x() + colLeft(m_col)));
-}
-
-int MSFlexGrid::CellTop() const
-{
-    return int(ToTwips(viewport()->y() + rowTop(m_row)));
-}
-
-int MSFlexGrid::CellWidth() const
-{
-    return int(ToTwips(m_colWidth[size_t(m_col)]));
-}
-
-int MSFlexGrid::CellHeight() const
-{
-    return int(ToTwips(m_rowHeight[size_t(m_row)]));
-}
-
-QColor MSFlexGrid::CellBackColor() const
-{
-    const CellStyle& style = currentStyle();
-    return style.hasBack ? QColor::fromRgba(style.back) : QColor();
-}
-
-void MSFlexGrid::setCellBackColor(const QColor& color)
-{
-    CellStyle& style = currentStyle();
-    style.hasBack = color.isValid();
-    style.back = color.rgba();
-    updateCell(m_row, m_col);
-}
-
-QColor MSFlexGrid::CellForeColor() const
-{
-    const CellStyle& style = currentStyle();
-    return style.hasFore ? QColor::fromRgba(style.fore) : QColor();
-}
-
-void MSFlexGrid::setCellForeColor(const QColor& color)
-{
-    CellStyle& style = currentStyle();
-    style.hasFore = color.isValid();
-    style.fore = color.rgba();
-    updateCell(m_row, m_col);
-}
-
-int MSFlexGrid::CellAlignment() const
-{
-    return currentStyle().alignment;
-}
-
-void MSFlexGrid::setCellAlignment(int alignment)
-{
-    if (alignment < LeftTop || alignment > General)
-        raiseInvalidValue();
-    currentStyle().alignment = int8_t(alignment);
-    updateCell(m_row, m_col);
-}
-
-bool MSFlexGrid::CellFontBold() const
-{
-    return currentStyle().bold;
-}
-
-void MSFlexGrid::setCellFontBold(bool bold)
-{
-    currentStyle().bold = bold;
-    updateCell(m_row, m_col);
 }
 
 void MSFlexGrid::setBackColor(const QColor& color) { m_backColor = color; viewport()->update(); }
