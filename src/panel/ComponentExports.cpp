@@ -1,6 +1,7 @@
 // The component's entry points: a factory of panels, and whether anything of
 // the library is still alive.
 #include "panel/Panel.h"
+#include "platform/ModalBox.h"
 
 #include <tessaly/ComponentExports.h>
 #include <tessaly/Tessaly.h>
@@ -59,7 +60,7 @@ int32_t DllGetClassObject(const char* classId, TessalyPanelFactory** factory)
 
 int32_t DllCanUnloadNow()
 {
-    return g_liveFactories == 0 && tessaly::LivePanels() == 0 ? S_OK : S_FALSE;
+    return g_liveFactories == 0 && tessaly::LivePanels() == 0 && !tessaly::ModalBoxesBusy() ? S_OK : S_FALSE;
 }
 
 int32_t DllRegisterServer()

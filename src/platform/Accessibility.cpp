@@ -131,11 +131,12 @@ QAccessibleInterface* Factory(const QString& className, QObject* object)
 
 void InstallAccessibleInterfaces()
 {
-    static const bool installed = [] {
-        QAccessible::installFactory(Factory);
-        return true;
-    }();
-    (void)installed;
+    // Once a process; a library unloaded before the end takes its factory back.
+    struct Installed {
+        Installed() { QAccessible::installFactory(Factory); }
+        ~Installed() { QAccessible::removeFactory(Factory); }
+    };
+    static const Installed installed;
 }
 
 } // namespace tessaly

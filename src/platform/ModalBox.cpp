@@ -12,6 +12,7 @@ namespace tessaly {
 namespace {
 
 int g_openBoxes = 0;
+bool g_deletePending = false; // a deletion queued on the event loop
 
 void DeleteAtTheEnd();
 
@@ -30,6 +31,7 @@ std::vector<QPointer<QObject>>& Waiting()
 
 void DeleteWaiting()
 {
+    g_deletePending = false;
     if (g_openBoxes > 0)
         return; // another box opened meanwhile: its closing calls again
     const std::vector<QPointer<QObject>> waiting = std::move(Waiting());
@@ -50,14 +52,21 @@ int ShowModal(QDialog& dialog)
 {
     ++g_openBoxes;
     const int result = dialog.exec();
-    if (--g_openBoxes == 0 && !Waiting().empty())
+    if (--g_openBoxes == 0 && !Waiting().empty() && !g_deletePending) {
+        g_deletePending = true;
         QTimer::singleShot(0, qApp, DeleteWaiting);
+    }
     return result;
 }
 
 bool ModalBoxOpen()
 {
     return g_openBoxes > 0;
+}
+
+bool ModalBoxesBusy()
+{
+    return g_openBoxes > 0 || g_deletePending || !Waiting().empty();
 }
 
 void DeleteAfterModalBoxes(QObject* object)

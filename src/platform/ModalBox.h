@@ -17,6 +17,10 @@ int ShowModal(QDialog& dialog);
 // Whether a box of ShowModal is open.
 bool ModalBoxOpen();
 
+// Whether a box is open, or an ended panel still waits to be deleted: the
+// library's code is still needed then.
+bool ModalBoxesBusy();
+
 // Deletes `object` once no box of ShowModal is open, from the event loop.
 void DeleteAfterModalBoxes(QObject* object);
 
