@@ -121,13 +121,13 @@ void Progress::DrawProgress()
 void Progress::DrawProgressBar()
 {
     OnErrorReport("Common_Function", "DrawProgressBar", [&] {
-        int16_t width = 0;
-        if (g_lTotalProgressCount != 0) {
-            const int16_t percentage = Percentage(g_lProgressCount, g_lTotalProgressCount);
-            width = RoundToInt16(c.pbProgress->Width() / TwipsPerPixel * percentage / 100.0);
-        }
+        const int16_t percentage =
+            g_lTotalProgressCount == 0 ? int16_t(0) : Percentage(g_lProgressCount, g_lTotalProgressCount);
+        const int16_t width = RoundToInt16(c.pbProgress->Width() / TwipsPerPixel * percentage / 100.0);
         const int32_t height = RoundToInt32(c.pbProgress->Height() / TwipsPerPixel);
         c.pbProgressBg->BitBlt(1, 1, width, height, *c.pbProgress, 0, 0);
+        // Drawn again after every refresh, which sets the value back to 0.
+        c.pbProgressBg->setProgressValue(percentage);
     });
 }
 
@@ -139,7 +139,6 @@ void Progress::DrawProgressState()
         c.lblPercent->setCaption(percentage == 100 ? QStringLiteral("Complete")
                                                  : QString::number(percentage) + QStringLiteral(" %"));
         c.lblPercent->Refresh();
-        c.pbProgressBg->setProgressValue(percentage);
     });
 }
 
