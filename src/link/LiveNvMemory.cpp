@@ -63,6 +63,9 @@ NvStatus LiveNvMemory::write(model::NvAddress address, const model::NvData& data
     const auto known = m_onHandset.find(address);
     if (known != m_onHandset.end() && known->second == data)
         return NvStatus::Done; // unchanged: no write
+    // Until the read-back tells, the handset may hold the old bytes or the
+    // new ones: a write that fails on the way is not taken as unchanged later.
+    m_onHandset.erase(address);
     NvItemReply reply;
     try {
         reply = exchange(CmdNvWrite, address, data);
