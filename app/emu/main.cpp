@@ -153,6 +153,10 @@ int main(int argc, char** argv)
     std::fflush(stdout);
 
     model::FileNvMemory memory(options.value(state), model::Catalogue::BuiltIn().factory());
+    if (!memory.lastProblem().isEmpty()) {
+        std::fprintf(stderr, "tessaly-emu: %s\n", qPrintable(memory.lastProblem()));
+        return 1;
+    }
     const QStringList lateness = options.value(late).split(QLatin1Char(':'));
     Handset handset(memory, {options.value(spc), options.value(slow).toInt(), options.value(badCrc).toInt(),
                              options.isSet(events), options.value(dead).toInt(), options.value(garble).toInt(),
