@@ -29,16 +29,15 @@ void DrawWholeLines(QPainter& painter, const QRect& box, const QString& text, Qt
     layout.setTextOption(option);
     layout.beginLayout();
     QList<std::pair<int, int>> lines; // start and length of each line that fits
-    qreal y = 0;
     bool more = false;
     for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
         line.setLineWidth(box.width());
-        if (y + line.height() > box.height()) {
+        // Drawn below the lines before it, a line spacing apart.
+        if (lines.size() * metrics.lineSpacing() + metrics.height() > box.height()) {
             more = true;
             break;
         }
         lines.append({line.textStart(), line.textLength()});
-        y += line.height();
     }
     layout.endLayout();
     const int flags = int(alignment & Qt::AlignHorizontal_Mask) | Qt::AlignTop;
