@@ -56,9 +56,11 @@ void Answer(QDialog& dialog)
 
 bool UnattendedDialogs::eventFilter(QObject* watched, QEvent* event)
 {
+    if (event->type() != QEvent::Show)
+        return QObject::eventFilter(watched, event);
     auto* dialog = qobject_cast<QDialog*>(watched);
     // Only a modal dialog waits for an answer; one merely shown is halvane's own.
-    if (event->type() == QEvent::Show && dialog && dialog->isModal() && dialog->isWindow()) {
+    if (dialog && dialog->isModal() && dialog->isWindow()) {
         std::fprintf(stderr, "halvane: %s: %s\n", qPrintable(KindOf(*dialog)), qPrintable(TextOf(*dialog)));
         std::fflush(stderr);
         m_seen.push_back({dialog->grab(), dialog->pos()});

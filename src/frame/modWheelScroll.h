@@ -1,7 +1,8 @@
 // Wheel scrolling of the page grids. A hook on a grid sees every event of the
 // grid and of the widgets it is made of (its viewport and scroll bars) before
 // they do: a wheel event moves the grid's first visible row by the hook's
-// distance and goes no further; every other event passes on unchanged. The hooks of a thread are kept in one collection that
+// distance and goes no further; every other event passes on unchanged. The hooks are
+// kept in one collection for the process, used on the GUI thread, that
 // serves all its panels.
 #pragma once
 

@@ -3,17 +3,14 @@
 // CallFailed and the failed call's return value.
 #include <tessaly/Tessaly.h>
 
+#include "platform/Numeric.h"
 #include "platform/RuntimeError.h"
-
-#include <limits>
 
 namespace {
 
 short Narrow(int value)
 {
-    if (value < std::numeric_limits<short>::min() || value > std::numeric_limits<short>::max())
-        tessaly::Raise(tessaly::errOverflow, QStringLiteral("Overflow"));
-    return short(value);
+    return tessaly::ToInt16(value);
 }
 
 // Runs `call` on the panel behind `byName`; a failure becomes the signal and
