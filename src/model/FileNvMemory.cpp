@@ -3,7 +3,7 @@
 #include "model/ErrorNumbers.h"
 #include "model/NvFile.h"
 
-#include <tessaly/BaseModel.h>
+#include <tessaly/TessalyError.h>
 
 #include <QDateTime>
 #include <QFile>
