@@ -1,5 +1,7 @@
 #include "link/DiagPackets.h"
 
+#include "link/PacketBytes.h"
+
 #include <tessaly/TessalyError.h>
 
 #include <algorithm>
@@ -7,20 +9,6 @@
 namespace tessaly::link {
 
 namespace {
-
-constexpr uint8_t LogFrame = 0x10;
-constexpr uint8_t EventFrame = 0x60;
-
-uint16_t Little16(QByteArrayView bytes, qsizetype at)
-{
-    return uint16_t(uint8_t(bytes[at]) | uint8_t(bytes[at + 1]) << 8);
-}
-
-void AppendLittle16(QByteArray& bytes, uint16_t value)
-{
-    bytes.append(char(value & 0xFF));
-    bytes.append(char(value >> 8));
-}
 
 // The error replies a handset gives instead of an answer.
 QString ErrorReplyText(uint8_t code)
@@ -36,8 +24,9 @@ QString ErrorReplyText(uint8_t code)
     }
 }
 
-// Throws when `reply` is an error reply or answers another command.
-void CheckAnswers(QByteArrayView request, QByteArrayView reply, qsizetype size)
+} // namespace
+
+void CheckReply(QByteArrayView request, QByteArrayView reply, qsizetype size)
 {
     if (reply.isEmpty())
         throw TessalyError(errWrongReply, QStringLiteral("The handset sent an empty reply."));
@@ -56,11 +45,19 @@ void CheckAnswers(QByteArrayView request, QByteArrayView reply, qsizetype size)
                                               .arg(reply.size()));
 }
 
-} // namespace
-
-QByteArray VersionRequest()
+QByteArray BareRequest(Command command)
 {
-    return QByteArray(1, char(CmdVersion));
+    return QByteArray(1, char(command));
+}
+
+QByteArray ErrorReply(Command code, QByteArrayView request)
+{
+    return QByteArray(1, char(code)) + request.toByteArray();
+}
+
+bool IsBadCommand(QByteArrayView reply)
+{
+    return !reply.isEmpty() && uint8_t(reply[0]) == CmdBadCommand;
 }
 
 QByteArray EsnRequest()
@@ -88,14 +85,20 @@ QByteArray SpcRequest(const QString& spc)
 
 bool IsUnsolicited(QByteArrayView reply)
 {
-    return !reply.isEmpty() && (uint8_t(reply[0]) == LogFrame || uint8_t(reply[0]) == EventFrame);
+    return !reply.isEmpty() && (uint8_t(reply[0]) == CmdLog || uint8_t(reply[0]) == CmdEventReport);
 }
 
 bool Answers(QByteArrayView request, QByteArrayView reply, bool indexed)
 {
-    if (reply.isEmpty() || IsUnsolicited(reply))
+    if (reply.isEmpty())
         return false;
     const uint8_t code = uint8_t(reply[0]);
+    // The answer to an event report switch is an event report that carries
+    // no events; one that carries some came on its own.
+    if (code == CmdEventReport)
+        return uint8_t(request[0]) == CmdEventReport && reply.size() == 3 && Little16(reply, 1) == 0;
+    if (IsUnsolicited(reply))
+        return false;
     if (code == 0x42)
         return true;
     if (code != uint8_t(request[0])) {
@@ -104,6 +107,14 @@ bool Answers(QByteArrayView request, QByteArrayView reply, bool indexed)
         const qsizetype shared = std::min(echo.size(), request.size());
         return !ErrorReplyText(code).isEmpty() && request.first(shared) == echo.first(shared);
     }
+    if (code == CmdSubsystem) {
+        // The same subsystem and command, and for an NV item by
+        // subscription the same item and subscription.
+        const qsizetype shared = request.size() >= 8 && uint8_t(request[1]) == 0x30 ? 8 : 4;
+        if (reply.size() < shared || request.size() < shared || reply.first(shared) != request.first(shared))
+            return false;
+        return !indexed || shared < 8 || (reply.size() > 8 && reply[8] == request[8]);
+    }
     if ((code != CmdNvRead && code != CmdNvWrite) || reply.size() < 4)
         return true;
     return Little16(reply, 1) == Little16(request, 1) && (!indexed || reply[3] == request[3]);
@@ -111,7 +122,7 @@ bool Answers(QByteArrayView request, QByteArrayView reply, bool indexed)
 
 NvItemReply ParseNvItem(QByteArrayView request, QByteArrayView reply)
 {
-    CheckAnswers(request, reply, NvPacketSize);
+    CheckReply(request, reply, NvPacketSize);
     NvItemReply answer;
     answer.item = Little16(reply, 1);
     if (answer.item != Little16(request, 1))
@@ -123,21 +134,15 @@ NvItemReply ParseNvItem(QByteArrayView request, QByteArrayView reply)
     return answer;
 }
 
-QString ParseVersion(QByteArrayView request, QByteArrayView reply)
-{
-    CheckAnswers(request, reply, 1);
-    return QString::fromLatin1(reply.sliced(1)).remove(QChar(0)).simplified();
-}
-
 uint32_t ParseEsn(QByteArrayView request, QByteArrayView reply)
 {
-    CheckAnswers(request, reply, 5);
+    CheckReply(request, reply, 5);
     return uint32_t(Little16(reply, 1)) | uint32_t(Little16(reply, 3)) << 16;
 }
 
 bool ParseSpc(QByteArrayView request, QByteArrayView reply)
 {
-    CheckAnswers(request, reply, 2);
+    CheckReply(request, reply, 2);
     return reply[1] == 1;
 }
 
