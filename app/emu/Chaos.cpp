@@ -18,11 +18,11 @@ ReplyPlan ChaosSchedule::next(Clock::time_point now)
     // One draw in a thousand picks the fault; the rest of the range is a
     // reply as it should be.
     const int draw = between(0, 999);
-    if (draw < 3) {
+    if (draw < 1) {
         m_deadUntil = now + std::chrono::milliseconds(between(800, 2500));
         plan.silent = true;
-    } else if (draw < 13) {
-        plan.delay = std::chrono::milliseconds(between(600, 1200)); // after a short reply time
+    } else if (draw < 11) {
+        plan.delay = std::chrono::milliseconds(between(450, 750)); // past a short reply time, within its second
     } else if (draw < 90) {
         plan.delay = std::chrono::milliseconds(between(5, 120));
     } else if (draw < 130) {
