@@ -34,9 +34,10 @@ bool KnownSsid(uint16_t ssid)
 HandsetAnswers::HandsetAnswers(model::NvMemory& memory, HandsetProfile profile, QString spc, int garbledItem)
     : m_memory(memory)
     , m_profile(std::move(profile))
-    , m_spc(std::move(spc))
+    , m_spc(spc.isEmpty() ? QStringLiteral("000000") : spc)
     , m_garbledItem(garbledItem)
-    , m_locked(!m_spc.isEmpty())
+    , m_lockable(!spc.isEmpty())
+    , m_locked(m_lockable)
     , m_mode(uint16_t(ControlMode::Online))
 {
     for (const model::NvAddress& address : model::Catalogue::BuiltIn().addresses())
@@ -79,7 +80,7 @@ std::optional<QByteArray> HandsetAnswers::answer(const QByteArray& request)
         if (request.size() != 7)
             return ErrorReply(link::CmdBadLength, request);
         {
-            const bool right = !m_spc.isEmpty() && request.mid(1) == m_spc.toLatin1();
+            const bool right = request.mid(1) == m_spc.toLatin1();
             m_locked = m_locked && !right;
             return QByteArray::fromHex(right ? "4101" : "4100");
         }
@@ -220,7 +221,7 @@ QByteArray HandsetAnswers::control(const QByteArray& request)
         if (!offline)
             return ErrorReply(link::CmdBadMode, request);
         m_mode = uint16_t(ControlMode::Online);
-        m_locked = !m_spc.isEmpty();
+        m_locked = m_lockable;
         m_silentUntil = Clock::now() + ResetTime;
         return request;
     default:

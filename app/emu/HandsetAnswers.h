@@ -30,7 +30,8 @@ public:
     using Clock = std::chrono::steady_clock;
     static constexpr std::chrono::milliseconds ResetTime{1500};
 
-    // `spc` locks NV writes and mode changes until it is given; none: unlocked.
+    // `spc` locks NV writes and mode changes until it is given; none: the
+    // handset is unlocked and takes the factory SPC, 000000.
     // Writes of `garbledItem` keep other bytes than were sent.
     HandsetAnswers(tessaly::model::NvMemory& memory, HandsetProfile profile, QString spc, int garbledItem);
 
@@ -53,6 +54,7 @@ private:
     HandsetProfile m_profile;
     QString m_spc;
     int m_garbledItem;
+    bool m_lockable; // locked at start and after a reset
     bool m_locked;
     uint16_t m_mode; // a ControlMode: online, offline or low power
     Clock::time_point m_silentUntil{};
