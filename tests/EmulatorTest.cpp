@@ -171,3 +171,20 @@ TEST_F(EmulatorTest, LogAndMessageMasksAreKeptAsSet)
     EXPECT_EQ(masks.status, 1);
     EXPECT_EQ(masks.masks, (std::vector<uint32_t>{0x1E, 0x1E}));
 }
+
+TEST_F(EmulatorTest, HandsetFieldOfTheWrongKindOrAnUnknownModelStopsItWithTheReason)
+{
+    const QString state = folder.filePath(QStringLiteral("handset.json"));
+    model::NvFile file;
+    file.fields[QLatin1String("handset")] = QJsonObject{{"modelNumber", "sixty"}};
+    ASSERT_EQ(model::WriteNvFile(state, file), "");
+    emulator.start(QStringLiteral(TESSALY_EMU), {"--state", state});
+    ASSERT_TRUE(emulator.waitForFinished(5000));
+    EXPECT_EQ(emulator.exitCode(), 1);
+    EXPECT_TRUE(emulator.readAllStandardError().contains("\"modelNumber\" is not a number"));
+
+    emulator.start(QStringLiteral(TESSALY_EMU), {"--state", state, "--model", "SIM-900"});
+    ASSERT_TRUE(emulator.waitForFinished(5000));
+    EXPECT_EQ(emulator.exitCode(), 2);
+    EXPECT_TRUE(emulator.readAllStandardError().contains("SIM-800, SIM-300"));
+}
