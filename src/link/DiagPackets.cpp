@@ -1,5 +1,6 @@
 #include "link/DiagPackets.h"
 
+#include "link/DiagSubsystem.h"
 #include "link/PacketBytes.h"
 
 #include <tessaly/TessalyError.h>
@@ -14,12 +15,14 @@ namespace {
 QString ErrorReplyText(uint8_t code)
 {
     switch (code) {
-    case 0x13: return QStringLiteral("the handset does not know this command; it may not support NV access over this port");
-    case 0x14: return QStringLiteral("the handset refused a parameter of the request");
-    case 0x15: return QStringLiteral("the handset refused the length of the request");
-    case 0x16: return QStringLiteral("the handset cannot reach the device the request is for");
-    case 0x18: return QStringLiteral("the handset is in a mode that does not allow this; restart it in its normal mode");
-    case 0x47: return QStringLiteral("the handset's security mode does not allow this request");
+    case CmdBadCommand:
+        return QStringLiteral("the handset does not know this command; it may not support NV access over this port");
+    case CmdBadParameter: return QStringLiteral("the handset refused a parameter of the request");
+    case CmdBadLength: return QStringLiteral("the handset refused the length of the request");
+    case CmdBadDevice: return QStringLiteral("the handset cannot reach the device the request is for");
+    case CmdBadMode:
+        return QStringLiteral("the handset is in a mode that does not allow this; restart it in its normal mode");
+    case CmdBadSecurityMode: return QStringLiteral("the handset's security mode does not allow this request");
     default: return {};
     }
 }
@@ -31,7 +34,7 @@ void CheckReply(QByteArrayView request, QByteArrayView reply, qsizetype size)
     if (reply.isEmpty())
         throw TessalyError(errWrongReply, QStringLiteral("The handset sent an empty reply."));
     const uint8_t code = uint8_t(reply[0]);
-    if (code == 0x42)
+    if (code == CmdBadSpcMode)
         throw TessalyError(errSpcLocked, QStringLiteral("The handset is locked: it needs its service programming code "
                                                         "(SPC) before it allows this."));
     if (const QString text = ErrorReplyText(code); !text.isEmpty() && code != uint8_t(request[0]))
@@ -99,7 +102,7 @@ bool Answers(QByteArrayView request, QByteArrayView reply, bool indexed)
         return uint8_t(request[0]) == CmdEventReport && reply.size() == 3 && Little16(reply, 1) == 0;
     if (IsUnsolicited(reply))
         return false;
-    if (code == 0x42)
+    if (code == CmdBadSpcMode)
         return true;
     if (code != uint8_t(request[0])) {
         // An error reply echoes as much of its request as it holds.
@@ -110,7 +113,7 @@ bool Answers(QByteArrayView request, QByteArrayView reply, bool indexed)
     if (code == CmdSubsystem) {
         // The same subsystem and command, and for an NV item by
         // subscription the same item and subscription.
-        const qsizetype shared = request.size() >= 8 && uint8_t(request[1]) == 0x30 ? 8 : 4;
+        const qsizetype shared = request.size() >= 8 && uint8_t(request[1]) == SubsysNv ? 8 : 4;
         if (reply.size() < shared || request.size() < shared || reply.first(shared) != request.first(shared))
             return false;
         return !indexed || shared < 8 || (reply.size() > 8 && reply[8] == request[8]);

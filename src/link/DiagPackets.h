@@ -29,6 +29,7 @@ enum Command : uint8_t {
     CmdBadCommand = 0x13,
     CmdBadParameter = 0x14,
     CmdBadLength = 0x15,
+    CmdBadDevice = 0x16,
     CmdBadMode = 0x18,
     CmdDiagVersion = 0x1C,
     CmdNvRead = 0x26,
