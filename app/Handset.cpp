@@ -1,6 +1,7 @@
 #include "Handset.h"
 
 #include "link/Backup.h"
+#include "link/HandsetIdentity.h"
 #include "model/Catalogue.h"
 #include "model/FileNvMemory.h"
 
@@ -45,11 +46,30 @@ std::unique_ptr<Handset> OpenHandset(const Options& options, Tessaly& panel, boo
     handset->model = std::make_unique<model::SimulatedHandset>(panel, *handset->memory);
     QString name = QStringLiteral("CDMA handset"); // until it answers: the first command tells why not
     try {
-        name = handset->live->handsetName();
+        const link::HandsetIdentity identity = link::QueryIdentity(*handset->line);
+        name = identity.model;
+        handset->model->setSoftwareVersion(identity.softwareVersion);
     } catch (const TessalyError&) {
     }
     handset->model->setIdentity(name, options.port);
     return handset;
+}
+
+int PrintIdentity(const Options& options)
+{
+    try {
+        link::SerialLink line(options.port, options.replyTime);
+        const link::HandsetIdentity identity = link::QueryIdentity(line);
+        std::printf("Model: %s\nSoftware version: %s\nCompiled: %s\nReleased: %s\nESN: %08X\n",
+                    qPrintable(identity.model), qPrintable(identity.softwareVersion), qPrintable(identity.compiled),
+                    qPrintable(identity.released), identity.esn);
+        if (!identity.meid.isEmpty())
+            std::printf("MEID: %s\n", qPrintable(identity.meid));
+        return 0;
+    } catch (const TessalyError& error) {
+        std::fprintf(stderr, "halvane: %s\n", qPrintable(error.description()));
+        return 1;
+    }
 }
 
 int ReadToBackup(Handset& handset)

@@ -32,4 +32,9 @@ std::unique_ptr<Handset> OpenHandset(const Options& options, Tessaly& panel, boo
 // Gives the exit status: 0 when the read succeeded.
 int ReadToBackup(Handset& handset);
 
+// Prints what the handset on --port says of itself: model, software version,
+// the dates of its software, ESN, and MEID when it has one. Gives the exit
+// status: 0 when it answered.
+int PrintIdentity(const Options& options);
+
 } // namespace halvane

@@ -57,6 +57,8 @@ std::optional<Options> ParseOptions(const QCoreApplication& app)
     const auto restore = option("restore-backup", "Write the backup <file> back to the handset on --port, tell each "
                                                   "item's outcome and exit.",
                                 "file");
+    const auto info = option("info", "Print the model, software version, dates, ESN and MEID of the handset on "
+                                     "--port and exit.");
     parser.process(app);
 
     Options options{parser.value(screenshot), parser.value(page), parser.value(message), parser.value(edit),
@@ -66,10 +68,11 @@ std::optional<Options> ParseOptions(const QCoreApplication& app)
     const auto replyMs = Milliseconds(QStringLiteral("reply-time"), parser.value(replyTime), 1);
     if (!paceMs || !replyMs)
         return {};
+    options.info = parser.isSet(info);
     options.pace = *paceMs;
     options.replyTime = *replyMs;
-    if ((options.read || !options.restoreBackup.isEmpty()) && options.port.isEmpty()) {
-        std::fprintf(stderr, "halvane: --read and --restore-backup work on a real handset: give its --port\n");
+    if ((options.read || options.info || !options.restoreBackup.isEmpty()) && options.port.isEmpty()) {
+        std::fprintf(stderr, "halvane: --read, --info and --restore-backup work on a real handset: give its --port\n");
         return {};
     }
     return options;

@@ -24,6 +24,7 @@ struct Options {
     bool listPorts = false;
     bool read = false;  // read the handset on --port without a window
     bool hasMessage = false;
+    bool info = false;  // print what the handset on --port says of itself
 };
 
 // Reads the command line of `app`. --help and --version are answered and

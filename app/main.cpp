@@ -53,6 +53,8 @@ int main(int argc, char** argv)
             std::printf("%s\n", qPrintable(candidate));
         return 0;
     }
+    if (options->info)
+        return halvane::PrintIdentity(*options);
     const bool unattended
         = DrawsNowhere() || !options->screenshot.isEmpty() || options->read || !options->restoreBackup.isEmpty();
     halvane::UnattendedDialogs dialogs;

@@ -1,6 +1,7 @@
 // The live handset's link end to end: the model over the serial link to the
 // emulator on a real pseudo-terminal, and the faults of handsets and lines
 // with what the user is told.
+#include "link/HandsetIdentity.h"
 #include "link/LiveNvMemory.h"
 #include "model/Catalogue.h"
 #include "model/SimulatedHandset.h"
@@ -47,7 +48,6 @@ TEST_F(LiveLinkTest, ReadWriteAndRestoreGoOverTheLineAndLast)
         link::SerialLink line(port, 1s);
         link::LiveNvMemory memory(line, {});
         model::SimulatedHandset handset(*host, memory);
-        EXPECT_EQ(memory.handsetName(), "TESSALY-EMU 1.0"); // the label's name of a real handset
         handset.NVRead();
         EXPECT_EQ(mdn(), "8585550143");
         EXPECT_EQ(host->GetItemFromGrd(20, 1, 0), "6195550172");
@@ -105,4 +105,34 @@ TEST_F(LiveLinkTest, WindowKeepsPaintingWhileALiveCommandWaits)
     });
     handset.NVRead();
     EXPECT_TRUE(servedDuringRead);
+}
+
+TEST_F(LiveLinkTest, LabelAndBasicInformationNameTheHandsetAsItSaysItself)
+{
+    struct Case {
+        const char* model;
+        const char* label;    // from the build id's model string, or the version reply's fields
+        const char* software;
+        bool meid;
+    };
+    for (const Case& c : {Case{"SIM-800", "Halvane SIM-800", "HV800-2.31.07", true},
+                          Case{"SIM-300", "HV300 (model 30)", "HV300 rev 112", false}}) {
+        const QString port = start({"--model", QLatin1String(c.model)});
+        link::SerialLink line(port, 1s);
+        const link::HandsetIdentity identity = link::QueryIdentity(line);
+        EXPECT_EQ(identity.meid.isEmpty(), !c.meid) << c.model;
+        link::LiveNvMemory memory(line, {});
+        model::SimulatedHandset handset(*host, memory);
+        handset.setIdentity(identity.model, QStringLiteral("7"));
+        handset.setSoftwareVersion(identity.softwareVersion);
+        host->SetModelDLL(&handset);
+        DialogAnswerer answerer; // the older one tells that it lacks the MEID
+        clickCommand(0);
+        EXPECT_EQ(panel().lblModelPortInfo->Caption(), QStringLiteral("%1  (COM7)").arg(QLatin1String(c.label)));
+        EXPECT_EQ(panel().txtPhoneSWVer->Text(), QLatin1String(c.software));
+        EXPECT_EQ(panel().txtMEID->Text().isEmpty(), !c.meid) << c.model;
+        host->SetModelDLL(nullptr);
+        emulator.kill();
+        emulator.waitForFinished();
+    }
 }

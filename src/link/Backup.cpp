@@ -82,8 +82,15 @@ bool RestoreBackup(const Backup& backup, LiveNvMemory& memory, const std::functi
             addresses.push_back(entry.address);
     model::NvImage now;
     std::map<model::NvAddress, NvStatus> statuses;
-    for (const model::NvAddress& address : addresses)
-        statuses[address] = memory.read(address, now[address]);
+    for (const model::NvAddress& address : addresses) {
+        try {
+            statuses[address] = memory.read(address, now[address]);
+        } catch (const TessalyError& error) {
+            // Told with the item, as every other failure of a restore is.
+            throw TessalyError(error.number(), QStringLiteral("Reading %1 before the restore failed: %2")
+                                                   .arg(Describe(address), error.description()));
+        }
+    }
     const QString esn = IdentityHex(now[{EsnItem, -1}], 4);
     const QString meid = IdentityHex(now[{MeidItem, -1}], 7);
     if (esn != backup.esn || meid != backup.meid)

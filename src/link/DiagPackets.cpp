@@ -1,5 +1,8 @@
 #include "link/DiagPackets.h"
 
+#include "link/DiagSubsystem.h"
+#include "link/PacketBytes.h"
+
 #include <tessaly/TessalyError.h>
 
 #include <algorithm>
@@ -8,41 +11,30 @@ namespace tessaly::link {
 
 namespace {
 
-constexpr uint8_t LogFrame = 0x10;
-constexpr uint8_t EventFrame = 0x60;
-
-uint16_t Little16(QByteArrayView bytes, qsizetype at)
-{
-    return uint16_t(uint8_t(bytes[at]) | uint8_t(bytes[at + 1]) << 8);
-}
-
-void AppendLittle16(QByteArray& bytes, uint16_t value)
-{
-    bytes.append(char(value & 0xFF));
-    bytes.append(char(value >> 8));
-}
-
 // The error replies a handset gives instead of an answer.
 QString ErrorReplyText(uint8_t code)
 {
     switch (code) {
-    case 0x13: return QStringLiteral("the handset does not know this command; it may not support NV access over this port");
-    case 0x14: return QStringLiteral("the handset refused a parameter of the request");
-    case 0x15: return QStringLiteral("the handset refused the length of the request");
-    case 0x16: return QStringLiteral("the handset cannot reach the device the request is for");
-    case 0x18: return QStringLiteral("the handset is in a mode that does not allow this; restart it in its normal mode");
-    case 0x47: return QStringLiteral("the handset's security mode does not allow this request");
+    case CmdBadCommand:
+        return QStringLiteral("the handset does not know this command; it may not support NV access over this port");
+    case CmdBadParameter: return QStringLiteral("the handset refused a parameter of the request");
+    case CmdBadLength: return QStringLiteral("the handset refused the length of the request");
+    case CmdBadDevice: return QStringLiteral("the handset cannot reach the device the request is for");
+    case CmdBadMode:
+        return QStringLiteral("the handset is in a mode that does not allow this; restart it in its normal mode");
+    case CmdBadSecurityMode: return QStringLiteral("the handset's security mode does not allow this request");
     default: return {};
     }
 }
 
-// Throws when `reply` is an error reply or answers another command.
-void CheckAnswers(QByteArrayView request, QByteArrayView reply, qsizetype size)
+} // namespace
+
+void CheckReply(QByteArrayView request, QByteArrayView reply, qsizetype size)
 {
     if (reply.isEmpty())
         throw TessalyError(errWrongReply, QStringLiteral("The handset sent an empty reply."));
     const uint8_t code = uint8_t(reply[0]);
-    if (code == 0x42)
+    if (code == CmdBadSpcMode)
         throw TessalyError(errSpcLocked, QStringLiteral("The handset is locked: it needs its service programming code "
                                                         "(SPC) before it allows this."));
     if (const QString text = ErrorReplyText(code); !text.isEmpty() && code != uint8_t(request[0]))
@@ -56,11 +48,19 @@ void CheckAnswers(QByteArrayView request, QByteArrayView reply, qsizetype size)
                                               .arg(reply.size()));
 }
 
-} // namespace
-
-QByteArray VersionRequest()
+QByteArray BareRequest(Command command)
 {
-    return QByteArray(1, char(CmdVersion));
+    return QByteArray(1, char(command));
+}
+
+QByteArray ErrorReply(Command code, QByteArrayView request)
+{
+    return QByteArray(1, char(code)) + request.toByteArray();
+}
+
+bool IsBadCommand(QByteArrayView reply)
+{
+    return !reply.isEmpty() && uint8_t(reply[0]) == CmdBadCommand;
 }
 
 QByteArray EsnRequest()
@@ -88,21 +88,35 @@ QByteArray SpcRequest(const QString& spc)
 
 bool IsUnsolicited(QByteArrayView reply)
 {
-    return !reply.isEmpty() && (uint8_t(reply[0]) == LogFrame || uint8_t(reply[0]) == EventFrame);
+    return !reply.isEmpty() && (uint8_t(reply[0]) == CmdLog || uint8_t(reply[0]) == CmdEventReport);
 }
 
 bool Answers(QByteArrayView request, QByteArrayView reply, bool indexed)
 {
-    if (reply.isEmpty() || IsUnsolicited(reply))
+    if (reply.isEmpty())
         return false;
     const uint8_t code = uint8_t(reply[0]);
-    if (code == 0x42)
+    // The answer to an event report switch is an event report that carries
+    // no events; one that carries some came on its own.
+    if (code == CmdEventReport)
+        return uint8_t(request[0]) == CmdEventReport && reply.size() == 3 && Little16(reply, 1) == 0;
+    if (IsUnsolicited(reply))
+        return false;
+    if (code == CmdBadSpcMode)
         return true;
     if (code != uint8_t(request[0])) {
         // An error reply echoes as much of its request as it holds.
         const QByteArrayView echo = reply.sliced(1);
         const qsizetype shared = std::min(echo.size(), request.size());
         return !ErrorReplyText(code).isEmpty() && request.first(shared) == echo.first(shared);
+    }
+    if (code == CmdSubsystem) {
+        // The same subsystem and command, and for an NV item by
+        // subscription the same item and subscription.
+        const qsizetype shared = request.size() >= 8 && uint8_t(request[1]) == SubsysNv ? 8 : 4;
+        if (reply.size() < shared || request.size() < shared || reply.first(shared) != request.first(shared))
+            return false;
+        return !indexed || shared < 8 || (reply.size() > 8 && reply[8] == request[8]);
     }
     if ((code != CmdNvRead && code != CmdNvWrite) || reply.size() < 4)
         return true;
@@ -111,7 +125,7 @@ bool Answers(QByteArrayView request, QByteArrayView reply, bool indexed)
 
 NvItemReply ParseNvItem(QByteArrayView request, QByteArrayView reply)
 {
-    CheckAnswers(request, reply, NvPacketSize);
+    CheckReply(request, reply, NvPacketSize);
     NvItemReply answer;
     answer.item = Little16(reply, 1);
     if (answer.item != Little16(request, 1))
@@ -123,21 +137,15 @@ NvItemReply ParseNvItem(QByteArrayView request, QByteArrayView reply)
     return answer;
 }
 
-QString ParseVersion(QByteArrayView request, QByteArrayView reply)
-{
-    CheckAnswers(request, reply, 1);
-    return QString::fromLatin1(reply.sliced(1)).remove(QChar(0)).simplified();
-}
-
 uint32_t ParseEsn(QByteArrayView request, QByteArrayView reply)
 {
-    CheckAnswers(request, reply, 5);
+    CheckReply(request, reply, 5);
     return uint32_t(Little16(reply, 1)) | uint32_t(Little16(reply, 3)) << 16;
 }
 
 bool ParseSpc(QByteArrayView request, QByteArrayView reply)
 {
-    CheckAnswers(request, reply, 2);
+    CheckReply(request, reply, 2);
     return reply[1] == 1;
 }
 

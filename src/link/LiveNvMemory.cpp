@@ -34,11 +34,6 @@ NvItemReply LiveNvMemory::exchange(Command command, model::NvAddress address, co
     return ParseNvItem(request, m_link.transact(request, address.index >= 0));
 }
 
-QString LiveNvMemory::handsetName()
-{
-    return ParseVersion(VersionRequest(), m_link.transact(VersionRequest()));
-}
-
 NvStatus LiveNvMemory::read(model::NvAddress address, model::NvData& data)
 {
     NvItemReply reply = exchange(CmdNvRead, address, {});

@@ -23,9 +23,6 @@ public:
     // gives up, and the write fails.
     LiveNvMemory(SerialLink& link, std::function<QString()> askSpc);
 
-    // The handset's name as its version reply gives it.
-    QString handsetName();
-
     model::NvStatus read(model::NvAddress address, model::NvData& data) override;
     model::NvStatus write(model::NvAddress address, const model::NvData& data) override;
     void commit() override {}

@@ -3,7 +3,7 @@
 #include "model/ErrorNumbers.h"
 #include "model/NvFile.h"
 
-#include <tessaly/BaseModel.h>
+#include <tessaly/TessalyError.h>
 
 #include <QDateTime>
 #include <QFile>
@@ -52,6 +52,7 @@ QString FileNvMemory::load()
         return problem;
     for (const NvEntry& entry : file.entries)
         m_items[entry.address] = Item{entry.status, entry.data};
+    m_fields = file.fields;
     return {};
 }
 
@@ -98,7 +99,7 @@ void FileNvMemory::commit()
     if (!m_savable)
         throw TessalyError(errMemoryNotSaved, QStringLiteral("The NV items were not saved. %1").arg(m_problem));
 
-    NvFile file{NvFileKind::Memory, {}, {}};
+    NvFile file{NvFileKind::Memory, m_fields, {}};
     for (const auto& [address, item] : m_items)
         file.entries.push_back({address, item.status, item.data});
     if (const QString problem = WriteNvFile(m_path, file); !problem.isEmpty())

@@ -9,6 +9,7 @@
 
 #include "model/NvMemory.h"
 
+#include <QJsonObject>
 #include <QString>
 
 namespace tessaly::model {
@@ -23,6 +24,9 @@ public:
     // What went wrong when the file was opened, for the host to show, or an
     // empty string.
     const QString& lastProblem() const { return m_problem; }
+    // The file's fields besides its items, such as the handset's identity
+    // that the emulator keeps there; a save writes them back as they were.
+    const QJsonObject& fields() const { return m_fields; }
 
     NvStatus read(NvAddress address, NvData& data) override;
     NvStatus write(NvAddress address, const NvData& data) override;
@@ -45,6 +49,7 @@ private:
     bool m_savable = true; // false when a damaged file could not be moved
     bool m_changed = false;
     std::map<NvAddress, Item> m_items;
+    QJsonObject m_fields;
 };
 
 } // namespace tessaly::model

@@ -280,7 +280,8 @@ void SimulatedHandset::fillPanel(int32_t number)
             return;
         }
         const std::array<Field, 6>& basic = m_catalogue.basicInformation();
-        m_panel->SetBasicInfo(value(basic[0]), value(basic[1]), value(basic[2]), value(basic[3]), value(basic[4]),
+        const QString software = m_softwareVersion.isEmpty() ? value(basic[0]) : m_softwareVersion;
+        m_panel->SetBasicInfo(software, value(basic[1]), value(basic[2]), value(basic[3]), value(basic[4]),
                              value(basic[5]));
         // The panel takes 1 to 6 profiles, numbered from 0.
         m_panel->SetProfileCount(int16_t(std::clamp(value(m_catalogue.profileCount()).toInt(), 1, 6)));

@@ -39,6 +39,9 @@ public:
     // The name and the port the panel's label shows; the simulated handset's
     // own at first.
     void setIdentity(QString name, QString port);
+    // The software version that Basic Information shows, as the handset
+    // itself tells it; none at first: the phone version NV item's.
+    void setSoftwareVersion(QString version) { m_softwareVersion = std::move(version); }
     // The time that each NV item takes on the line, so that a person can
     // watch the progress; none at first. The windows keep painting meanwhile.
     void setPace(std::chrono::milliseconds perItem) { m_pace = perItem; }
@@ -74,6 +77,7 @@ private:
     const Catalogue& m_catalogue;
     QString m_name = QStringLiteral("Halvane SIM-800");
     QString m_port = QString::number(Port);
+    QString m_softwareVersion;
     std::chrono::milliseconds m_pace{0};
     std::optional<NvImage> m_lastRead;
     std::map<NvAddress, NvStatus> m_lacking; // by the last read

@@ -1,0 +1,67 @@
+// The handset's answers to the diagnostic protocol, one request at a time:
+// its identity from its profile, NV items from its memory (plain and by
+// subscription), the SPC lock, mode changes, the log, event and message
+// configuration it keeps, and "bad command" for the rest, echoing the
+// request as a real handset does.
+//
+// An item kept with status 7 (read-only) or 8 (not valid) is answered with
+// that status, for reads and writes alike; the ESN is never written. A reset
+// (mode change 2, taken only while offline) keeps the memory, locks the
+// handset again and leaves it silent for a moment while it starts.
+#pragma once
+
+#include "HandsetProfile.h"
+
+#include "link/DiagLogging.h"
+#include "link/DiagPackets.h"
+#include "model/NvMemory.h"
+
+#include <QByteArray>
+
+#include <chrono>
+#include <map>
+#include <optional>
+#include <set>
+
+namespace emu {
+
+class HandsetAnswers {
+public:
+    using Clock = std::chrono::steady_clock;
+    static constexpr std::chrono::milliseconds ResetTime{1500};
+
+    // `spc` locks NV writes and mode changes until it is given; none: the
+    // handset is unlocked and takes the factory SPC, 000000.
+    // Writes of `garbledItem` keep other bytes than were sent.
+    HandsetAnswers(tessaly::model::NvMemory& memory, HandsetProfile profile, QString spc, int garbledItem);
+
+    // The reply to `request`, or nothing while the handset is silent.
+    std::optional<QByteArray> answer(const QByteArray& request);
+    bool silent() const { return Clock::now() < m_silentUntil; }
+
+private:
+    QByteArray nvItem(const QByteArray& request);
+    QByteArray subscriptionNv(const QByteArray& request);
+    QByteArray subsystem(const QByteArray& request);
+    QByteArray control(const QByteArray& request);
+    QByteArray logConfig(const QByteArray& request);
+    QByteArray messageConfig(const QByteArray& request);
+    // Reads or writes one item as a handset does; `data` is what was sent and
+    // becomes what the reply carries.
+    tessaly::model::NvStatus exchangeItem(bool write, uint16_t item, tessaly::model::NvData& data);
+
+    tessaly::model::NvMemory& m_memory;
+    HandsetProfile m_profile;
+    QString m_spc;
+    int m_garbledItem;
+    bool m_lockable; // locked at start and after a reset
+    bool m_locked;
+    uint16_t m_mode; // a ControlMode: online, offline or low power
+    Clock::time_point m_silentUntil{};
+    std::set<uint16_t> m_indexed;
+    std::map<uint32_t, tessaly::link::LogMask> m_logMasks; // by equipment id
+    tessaly::link::ExtendedLogMask m_extendedLogMask;
+    std::map<uint16_t, uint32_t> m_messageMasks; // by subsystem id
+};
+
+} // namespace emu
