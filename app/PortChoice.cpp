@@ -97,12 +97,16 @@ std::optional<QString> AutoPort(const Options& options, QString& failure)
 {
     std::vector<SerialPortEntry> ports = Ports();
     QStringList standing; // what ModemManager would not give up
+    bool asked = false;
     for (const SerialPortEntry& port : ports) {
+        if (!port.usb || !port.usb->diagnostic || !port.heldBy(ModemManagerName))
+            continue;
+        asked = true;
         QString refused;
-        if (port.usb && port.usb->diagnostic && port.heldBy(ModemManagerName) && !FreeFromModemManager(port, refused))
+        if (!FreeFromModemManager(port, refused))
             standing << refused;
     }
-    if (!standing.isEmpty())
+    if (asked)
         ports = Ports();
     const std::vector<ListedPort> listed = Probed(ports, options.probeTime);
     QStringList answered;
