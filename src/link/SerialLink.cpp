@@ -42,11 +42,15 @@ constexpr int MaxResends = 3;
         }
         const std::vector<PortHolder> holders = HoldersOf(QStringLiteral("/"), name);
         QStringList names;
-        for (const PortHolder& holder : holders)
+        bool modemManager = false;
+        for (const PortHolder& holder : holders) {
             names << QStringLiteral("%1 (pid %2)").arg(holder.program).arg(holder.pid);
+            modemManager = modemManager || holder.program == QLatin1String("ModemManager");
+        }
         throw TessalyError(errPortUnavailable,
-                           QStringLiteral("The port %1 is in use%2. Close the program that holds it and try again.")
-                               .arg(name, names.isEmpty() ? QString() : QStringLiteral(" by ") + names.join(QStringLiteral(", "))));
+                           QStringLiteral("The port %1 is in use%2. ").arg(name, names.isEmpty() ? QString() : QStringLiteral(" by ") + names.join(QStringLiteral(", ")))
+                               + (modemManager ? QStringLiteral("To keep ModemManager away from the handset's port: ") + UdevRuleAdvice()
+                                               : QStringLiteral("Close the program that holds it and try again.")));
     }
     default:
         throw TessalyError(errPortUnavailable,
