@@ -5,6 +5,7 @@
 #include <QFileInfo>
 
 #include <algorithm>
+#include <set>
 
 #include <grp.h>
 #include <sys/stat.h>
@@ -84,6 +85,7 @@ std::vector<SerialPortEntry> ListPorts(const QString& root, const std::vector<Di
                                        const OpenCheck& mayOpen)
 {
     std::vector<SerialPortEntry> ports;
+    std::map<QString, std::vector<PortHolder>> holders = DeviceHolders(root);
     const QDir ttys(root + QStringLiteral("/sys/class/tty"));
     for (const QString& name : ttys.entryList(QDir::Dirs | QDir::NoDotAndDotDot | QDir::System, QDir::Name)) {
         const QString folder = ttys.filePath(name);
@@ -102,7 +104,8 @@ std::vector<SerialPortEntry> ListPorts(const QString& root, const std::vector<Di
         if (port.usb)
             port.usb->diagnostic
                 = FindDiagInterface(known, port.usb->vendorId, port.usb->productId, port.usb->interfaceNumber);
-        port.holders = HoldersOf(root, port.device);
+        if (const auto found = holders.find(port.device); found != holders.end())
+            port.holders = found->second;
         struct stat status {};
         port.nodeExists = ::stat(QFile::encodeName(port.node).constData(), &status) == 0;
         if (port.nodeExists) {
@@ -119,9 +122,9 @@ std::vector<SerialPortEntry> ListPorts(const QString& root, const std::vector<Di
     return ports;
 }
 
-std::vector<PortHolder> HoldersOf(const QString& root, const QString& device)
+std::map<QString, std::vector<PortHolder>> DeviceHolders(const QString& root)
 {
-    std::vector<PortHolder> holders;
+    std::map<QString, std::vector<PortHolder>> holders;
     const QDir proc(root + QStringLiteral("/proc"));
     for (const QString& entry : proc.entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
         bool isPid = false;
@@ -129,15 +132,28 @@ std::vector<PortHolder> HoldersOf(const QString& root, const QString& device)
         if (!isPid)
             continue;
         const QDir fds(proc.filePath(entry) + QStringLiteral("/fd"));
-        const QStringList descriptors = fds.entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot);
-        const bool holds = std::any_of(descriptors.begin(), descriptors.end(), [&](const QString& fd) {
-            return QFile::symLinkTarget(fds.filePath(fd)) == device;
-        });
-        if (holds)
-            holders.push_back({pid, ReadLine(proc.filePath(entry) + QStringLiteral("/comm"))});
+        std::set<QString> devices; // a program holding a port twice is named once
+        for (const QString& fd : fds.entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot)) {
+            const QString target = QFile::symLinkTarget(fds.filePath(fd));
+            if (target.startsWith(QLatin1String("/dev/")))
+                devices.insert(target);
+        }
+        if (devices.empty())
+            continue;
+        const QString program = ReadLine(proc.filePath(entry) + QStringLiteral("/comm"));
+        for (const QString& device : devices)
+            holders[device].push_back({pid, program});
     }
-    std::sort(holders.begin(), holders.end(), [](const PortHolder& a, const PortHolder& b) { return a.pid < b.pid; });
+    for (auto& [device, programs] : holders)
+        std::sort(programs.begin(), programs.end(), [](const PortHolder& a, const PortHolder& b) { return a.pid < b.pid; });
     return holders;
+}
+
+std::vector<PortHolder> HoldersOf(const QString& root, const QString& device)
+{
+    auto holders = DeviceHolders(root);
+    const auto found = holders.find(device);
+    return found == holders.end() ? std::vector<PortHolder>{} : std::move(found->second);
 }
 
 QString SystemRoot()

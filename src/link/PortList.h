@@ -10,6 +10,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <map>
 #include <optional>
 #include <vector>
 
@@ -60,8 +61,12 @@ bool MayOpen(const QString& node);
 std::vector<SerialPortEntry> ListPorts(const QString& root, const std::vector<DiagInterface>& known,
                                        const OpenCheck& mayOpen = MayOpen);
 
-// The programs under `root`'s /proc that hold `device` ("/dev/ttyUSB0") open.
-// Processes of other users whose descriptors cannot be read are passed over.
+// The programs under `root`'s /proc that hold device nodes open, by node
+// ("/dev/ttyUSB0"), each list sorted by process id; read in one pass over
+// /proc. Processes of other users whose descriptors cannot be read are
+// passed over.
+std::map<QString, std::vector<PortHolder>> DeviceHolders(const QString& root);
+// Those that hold `device`.
 std::vector<PortHolder> HoldersOf(const QString& root, const QString& device);
 
 // The root folder halvane reads ports from: "/", or TESSALY_SYSTEM_ROOT,
