@@ -69,6 +69,18 @@ std::optional<UsbInterfaceInfo> UsbOf(const QString& root, QString folder)
     return usb;
 }
 
+// The driver that serves the port: that of its device or the nearest above
+// it, past the serial core's own layers (the bus "serial-base").
+QString DriverOf(QString folder)
+{
+    for (; folder.contains(QLatin1String("/sys/devices/")); folder = QFileInfo(folder).path()) {
+        const QString driver = QFileInfo(folder + QStringLiteral("/driver")).canonicalFilePath();
+        if (!driver.isEmpty() && !driver.contains(QLatin1String("/bus/serial-base/")))
+            return QFileInfo(driver).fileName();
+    }
+    return {};
+}
+
 } // namespace
 
 bool SerialPortEntry::heldBy(QStringView program) const
@@ -98,8 +110,7 @@ std::vector<SerialPortEntry> ListPorts(const QString& root, const std::vector<Di
         SerialPortEntry port;
         port.device = QStringLiteral("/dev/") + name;
         port.node = QDir::cleanPath(root + port.device);
-        port.driver = QFileInfo(device.canonicalFilePath() + QStringLiteral("/driver")).canonicalFilePath();
-        port.driver = port.driver.isEmpty() ? QString() : QFileInfo(port.driver).fileName();
+        port.driver = DriverOf(device.canonicalFilePath());
         port.usb = UsbOf(root, device.canonicalFilePath());
         if (port.usb)
             port.usb->diagnostic

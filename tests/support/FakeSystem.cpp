@@ -88,6 +88,9 @@ void FakeSystem::addBuiltInPort(const QString& name, int type, const QString& li
     const QString ttyFolder = QStringLiteral("/sys/devices/platform/serial8250/tty/") + name;
     write(ttyFolder + QStringLiteral("/type"), QByteArray::number(type) + '\n');
     link(ttyFolder + QStringLiteral("/device"), QStringLiteral("../../../serial8250"));
+    QDir(m_root).mkpath(QStringLiteral("sys/bus/platform/drivers/serial8250"));
+    if (!QFileInfo::exists(path(QStringLiteral("/sys/devices/platform/serial8250/driver"))))
+        link(QStringLiteral("/sys/devices/platform/serial8250/driver"), QStringLiteral("../../../bus/platform/drivers/serial8250"));
     link(QStringLiteral("/sys/class/tty/") + name, QStringLiteral("../../..") + ttyFolder);
     node(name, line);
 }
