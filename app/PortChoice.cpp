@@ -10,6 +10,7 @@
 #include <QJsonDocument>
 #include <QThread>
 
+#include <algorithm>
 #include <cstdio>
 
 namespace halvane {
@@ -23,9 +24,40 @@ const QString ModemManagerName = QStringLiteral("ModemManager");
 // ModemManager lets go of a port some time after it agrees to.
 constexpr auto ReleaseWait = std::chrono::seconds(10);
 
+// The ports ModemManager holds by its own account, for those /proc does not
+// show.
+void AddModemManagerHolds(std::vector<SerialPortEntry>& ports)
+{
+    for (const ModemManagerPort& held : ModemManagerPorts())
+        for (SerialPortEntry& port : ports)
+            if (port.device == held.device && !port.heldBy(ModemManagerName))
+                port.holders.push_back({held.pid, ModemManagerName});
+}
+
 std::vector<SerialPortEntry> Ports()
 {
-    return ListPorts(SystemRoot(), KnownDiagInterfaces());
+    std::vector<SerialPortEntry> ports = ListPorts(SystemRoot(), KnownDiagInterfaces());
+    AddModemManagerHolds(ports);
+    return ports;
+}
+
+// ModemManager's name of the port's device: its own when it gives one,
+// otherwise the USB device's sysfs path, which is what it uses on Linux.
+QString ModemManagerUid(const SerialPortEntry& port)
+{
+    for (const ModemManagerPort& held : ModemManagerPorts())
+        if (held.device == port.device && !held.uid.isEmpty())
+            return held.uid;
+    return port.usb ? port.usb->device : QString();
+}
+
+bool StillHeldByModemManager(const QString& device)
+{
+    for (const PortHolder& holder : HoldersOf(SystemRoot(), device))
+        if (holder.program == ModemManagerName)
+            return true;
+    const std::vector<ModemManagerPort> held = ModemManagerPorts();
+    return std::any_of(held.begin(), held.end(), [&](const ModemManagerPort& port) { return port.device == device; });
 }
 
 // The ports that may be probed, probed at once; the others as they are.
@@ -51,13 +83,14 @@ std::vector<ListedPort> Probed(const std::vector<SerialPortEntry>& ports, std::c
 bool FreeFromModemManager(const SerialPortEntry& port, QString& failure)
 {
     const QString clear = QStringLiteral(" To keep ModemManager away from the handset's port for good: ") + UdevRuleAdvice();
-    if (!port.usb) {
+    const QString uid = ModemManagerUid(port);
+    if (uid.isEmpty()) {
         failure = QStringLiteral("ModemManager holds %1, which is not a USB port it could be asked to let go of.")
                       .arg(port.device)
             + clear;
         return false;
     }
-    const ModemManagerAnswer answer = InhibitDevice(port.usb->device);
+    const ModemManagerAnswer answer = InhibitDevice(uid);
     switch (answer.kind) {
     case ModemManagerAnswer::Absent: return true; // whoever holds the port, it is not ModemManager on this bus
     case ModemManagerAnswer::Refused:
@@ -66,16 +99,14 @@ bool FreeFromModemManager(const SerialPortEntry& port, QString& failure)
         return false;
     case ModemManagerAnswer::Unknown:
         failure = QStringLiteral("ModemManager holds %1 but does not know its device %2 (%3).")
-                      .arg(port.device, port.usb->device, answer.detail)
+                      .arg(port.device, uid, answer.detail)
             + clear;
         return false;
     case ModemManagerAnswer::Released: break;
     }
     const QDeadlineTimer deadline(ReleaseWait);
     while (true) {
-        SerialPortEntry now = port;
-        now.holders = HoldersOf(SystemRoot(), port.device);
-        if (!now.heldBy(ModemManagerName)) {
+        if (!StillHeldByModemManager(port.device)) {
             std::fprintf(stderr, "halvane: ModemManager let go of %s for as long as halvane runs.\n",
                          qPrintable(port.device));
             return true;

@@ -181,6 +181,22 @@ TEST_F(ModemManagerTest, LetsGoOfTheHandsetsPortWhenAskedForANamedPortOrAuto)
     EXPECT_TRUE(automatic.err.contains(QLatin1String("ModemManager let go of /dev/ttyUSB0"))) << qPrintable(automatic.err);
 }
 
+// To a user who is not root, /proc hides ModemManager's descriptors: its
+// modems' ports and devices come from ModemManager itself.
+TEST_F(ModemManagerTest, APortOnlyModemManagerTellsOfIsListedAndReleasedByItsOwnDeviceName)
+{
+    system.release(812);
+    startModemManager({QStringLiteral("--uid"), QStringLiteral("modem-device-1"), QStringLiteral("--modem-port"),
+                       QStringLiteral("ttyUSB0")});
+    const Outcome listed = halvane({QStringLiteral("--list-ports")});
+    EXPECT_TRUE(listed.out.contains(QStringLiteral("held by ModemManager (pid %1)").arg(modemManager.processId())))
+        << qPrintable(listed.out);
+
+    const Outcome read = halvane({QStringLiteral("--port"), QStringLiteral("/dev/ttyUSB0"), QStringLiteral("--read")});
+    EXPECT_EQ(read.status, 0) << qPrintable(read.err);
+    EXPECT_TRUE(read.err.contains(QLatin1String("ModemManager let go of /dev/ttyUSB0"))) << qPrintable(read.err);
+}
+
 TEST_F(ModemManagerTest, RefusalOrAnUnknownDeviceNamesTheUdevRuleAndHowToLoadIt)
 {
     const struct {
