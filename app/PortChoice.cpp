@@ -144,7 +144,9 @@ std::optional<QString> AutoPort(const Options& options, QString& failure)
     QStringList tried;
     std::optional<QString> chosen;
     QString notPermitted;
+    bool heldByModemManager = false; // a port it holds that halvane did not know for a handset's
     for (const ListedPort& entry : listed) {
+        heldByModemManager = heldByModemManager || entry.port.heldBy(ModemManagerName);
         if (entry.probe && entry.probe->handset) {
             answered << QStringLiteral("  ") + PortLine(entry);
             chosen = entry.port.node;
@@ -171,6 +173,8 @@ std::optional<QString> AutoPort(const Options& options, QString& failure)
                   .arg(tried.join(QLatin1Char('\n')));
     for (const QString& text : standing)
         failure += QLatin1Char('\n') + text;
+    if (heldByModemManager && standing.isEmpty())
+        failure += QStringLiteral("\nTo have ModemManager let go of a port it holds, name the port: --port DEVICE.");
     if (!notPermitted.isEmpty())
         failure += QLatin1Char('\n') + notPermitted;
     return {};
