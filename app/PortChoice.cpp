@@ -213,14 +213,18 @@ std::optional<QString> ChoosePort(const Options& options, QString& failure)
 {
     if (options.port == QLatin1String("auto"))
         return AutoPort(options, failure);
-    for (const SerialPortEntry& port : Ports()) {
-        if (port.device != options.port && port.node != options.port)
-            continue;
-        if (port.heldBy(ModemManagerName) && !FreeFromModemManager(port, failure))
-            return {};
-        return port.node;
-    }
-    return options.port;
+    // ModemManager is asked only about a serial port of the machine's, not
+    // about a pseudo-terminal or a path it cannot hold.
+    std::vector<SerialPortEntry> ports = ListPorts(SystemRoot(), KnownDiagInterfaces());
+    const auto named = std::find_if(ports.begin(), ports.end(), [&](const SerialPortEntry& port) {
+        return port.device == options.port || port.node == options.port;
+    });
+    if (named == ports.end())
+        return options.port;
+    AddModemManagerHolds(ports);
+    if (named->heldBy(ModemManagerName) && !FreeFromModemManager(*named, failure))
+        return {};
+    return named->node;
 }
 
 } // namespace halvane
