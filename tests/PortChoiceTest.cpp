@@ -24,6 +24,9 @@ struct Outcome {
 
 const FakeSystem::Usb Handset{0x05c6, 0x9002, 0, QStringLiteral("Qualcomm"), QStringLiteral("CDMA Handset")};
 const FakeSystem::Usb Converter{0x0403, 0x6001, 0, QStringLiteral("FTDI"), QStringLiteral("FT232R")};
+// Where a handset must answer, the probe waits long enough for a machine
+// under load; where none does, it keeps halvane's own time.
+const QString HandsetProbeTime = QStringLiteral("2000");
 
 class PortChoiceTest : public ::testing::Test {
 protected:
@@ -109,7 +112,7 @@ TEST_F(PortChoiceTest, ListingTellsEachPortAndAutoTakesTheOneWhereAHandsetAnswer
         << qPrintable(listed.out);
 
     const Outcome probed = halvane({QStringLiteral("--list-ports"), QStringLiteral("--probe"), QStringLiteral("--json"),
-                                    QStringLiteral("--probe-time"), QStringLiteral("1000")});
+                                    QStringLiteral("--probe-time"), HandsetProbeTime});
     EXPECT_EQ(probed.status, 0);
     const QJsonArray ports = QJsonDocument::fromJson(probed.out.toUtf8()).array();
     ASSERT_EQ(ports.size(), 3) << qPrintable(probed.out);
@@ -119,7 +122,8 @@ TEST_F(PortChoiceTest, ListingTellsEachPortAndAutoTakesTheOneWhereAHandsetAnswer
     EXPECT_FALSE(ports[1][QStringLiteral("probe")][QStringLiteral("esn")].toString().isEmpty());
     EXPECT_FALSE(ports[2][QStringLiteral("probe")][QStringLiteral("answered")].toBool());
 
-    const Outcome read = halvane({QStringLiteral("--port"), QStringLiteral("auto"), QStringLiteral("--read")});
+    const Outcome read = halvane({QStringLiteral("--port"), QStringLiteral("auto"), QStringLiteral("--read"),
+                                    QStringLiteral("--probe-time"), HandsetProbeTime});
     EXPECT_EQ(read.status, 0) << qPrintable(read.err);
     EXPECT_TRUE(read.out.trimmed().endsWith(QLatin1String(".json"))) << qPrintable(read.out);
 }
@@ -146,7 +150,8 @@ TEST_F(PortChoiceTest, AutoWithTwoHandsetsListsThemAndTakesNeither)
     system.addUsbPort(QStringLiteral("ttyUSB0"), Handset, handset());
     system.addUsbPort(QStringLiteral("ttyUSB1"), Handset, handset());
 
-    const Outcome outcome = halvane({QStringLiteral("--port"), QStringLiteral("auto"), QStringLiteral("--read")});
+    const Outcome outcome = halvane({QStringLiteral("--port"), QStringLiteral("auto"), QStringLiteral("--read"),
+                                    QStringLiteral("--probe-time"), HandsetProbeTime});
     EXPECT_NE(outcome.status, 0);
     for (const char* told : {"more than one port", "/dev/ttyUSB0  05c6:9002", "/dev/ttyUSB1  05c6:9002",
                              "answers: TESSALY-EMU", "--port DEVICE"})
@@ -176,7 +181,8 @@ TEST_F(ModemManagerTest, LetsGoOfTheHandsetsPortWhenAskedForANamedPortOrAuto)
         << qPrintable(named.err);
 
     system.hold(812, QStringLiteral("ModemManager"), QStringLiteral("/dev/ttyUSB0"));
-    const Outcome automatic = halvane({QStringLiteral("--port"), QStringLiteral("auto"), QStringLiteral("--read")});
+    const Outcome automatic = halvane({QStringLiteral("--port"), QStringLiteral("auto"), QStringLiteral("--read"),
+                                    QStringLiteral("--probe-time"), HandsetProbeTime});
     EXPECT_EQ(automatic.status, 0) << qPrintable(automatic.err);
     EXPECT_TRUE(automatic.err.contains(QLatin1String("ModemManager let go of /dev/ttyUSB0"))) << qPrintable(automatic.err);
 }
