@@ -15,7 +15,7 @@ namespace halvane {
 
 using namespace tessaly;
 
-std::unique_ptr<Handset> OpenHandset(const Options& options, Tessaly& panel, bool unattended)
+std::unique_ptr<Handset> OpenHandset(const Options& options, Tessaly& panel, bool unattended, QString& failure)
 {
     auto handset = std::make_unique<Handset>();
     if (options.port.isEmpty()) {
@@ -29,7 +29,7 @@ std::unique_ptr<Handset> OpenHandset(const Options& options, Tessaly& panel, boo
     try {
         handset->line = std::make_unique<link::SerialLink>(options.port, options.replyTime);
     } catch (const TessalyError& error) {
-        std::fprintf(stderr, "halvane: %s\n", qPrintable(error.description()));
+        failure = error.description();
         return nullptr;
     }
     const QString spc = options.spc;

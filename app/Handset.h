@@ -23,10 +23,10 @@ struct Handset {
     QString problem; // with the memory file, for the user once the window shows
 };
 
-// Opens the handset the options name. A port that cannot be opened is told on
-// standard error and gives nothing. Without a person to ask (`unattended`),
-// the SPC is the one given with --spc or none.
-std::unique_ptr<Handset> OpenHandset(const Options& options, Tessaly& panel, bool unattended);
+// Opens the handset the options name. A port that cannot be opened gives
+// nothing, with `failure` saying why and what to do. Without a person to ask
+// (`unattended`), the SPC is the one given with --spc or none.
+std::unique_ptr<Handset> OpenHandset(const Options& options, Tessaly& panel, bool unattended, QString& failure);
 
 // Reads the real handset without a window and prints its backup's path.
 // Gives the exit status: 0 when the read succeeded.

@@ -46,12 +46,17 @@ std::optional<Options> ParseOptions(const QCoreApplication& app)
                               "file", tessaly::model::FileNvMemory::DefaultPath());
     const auto pace = option("pace", "Hold each NV item <ms> milliseconds on the line, to watch the progress.", "ms",
                              QStringLiteral("0"));
-    const auto port = option("port", "Work with the handset on the serial <device> instead of the simulated one.",
+    const auto port = option("port", "Work with the handset on the serial <device> instead of the simulated one; "
+                                     "\"auto\" takes the one port where a handset answers.",
                              "device");
     const auto replyTime = option("reply-time", "Wait <ms> milliseconds for each reply of the handset.", "ms",
                                   QStringLiteral("3000"));
     const auto spc = option("spc", "Unlock the handset with its service programming <code> when it asks.", "code");
     const auto listPorts = option("list-ports", "List the serial ports and exit.");
+    const auto probe = option("probe", "With --list-ports, ask each free port for a handset.");
+    const auto json = option("json", "With --list-ports, print a JSON array.");
+    const auto probeTime = option("probe-time", "Wait <ms> milliseconds for handsets to answer a probe.", "ms",
+                                  QStringLiteral("300"));
     const auto read = option("read", "Read the handset on --port without a window, keep its backup, print the "
                                      "backup's path and exit.");
     const auto restore = option("restore-backup", "Write the backup <file> back to the handset on --port, tell each "
@@ -66,9 +71,17 @@ std::optional<Options> ParseOptions(const QCoreApplication& app)
                     parser.isSet(listPorts), parser.isSet(read), parser.isSet(message)};
     const auto paceMs = Milliseconds(QStringLiteral("pace"), parser.value(pace), 0);
     const auto replyMs = Milliseconds(QStringLiteral("reply-time"), parser.value(replyTime), 1);
-    if (!paceMs || !replyMs)
+    const auto probeMs = Milliseconds(QStringLiteral("probe-time"), parser.value(probeTime), 1);
+    if (!paceMs || !replyMs || !probeMs)
         return {};
     options.info = parser.isSet(info);
+    options.probe = parser.isSet(probe);
+    options.json = parser.isSet(json);
+    options.probeTime = *probeMs;
+    if ((options.probe || options.json) && !options.listPorts) {
+        std::fprintf(stderr, "halvane: --probe and --json go with --list-ports\n");
+        return {};
+    }
     options.pace = *paceMs;
     options.replyTime = *replyMs;
     if ((options.read || options.info || !options.restoreBackup.isEmpty()) && options.port.isEmpty()) {

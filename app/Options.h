@@ -17,7 +17,7 @@ struct Options {
     QString edit;       // "row,column" of the value cell to double-click
     QString state;      // the simulated handset's NV memory file
     std::chrono::milliseconds pace{0};
-    QString port;       // the serial device of a real handset
+    QString port;       // the serial device of a real handset, or "auto"
     std::chrono::milliseconds replyTime{3000};
     QString spc;
     QString restoreBackup;
@@ -25,6 +25,9 @@ struct Options {
     bool read = false;  // read the handset on --port without a window
     bool hasMessage = false;
     bool info = false;  // print what the handset on --port says of itself
+    bool probe = false; // --list-ports asks each free port for a handset
+    bool json = false;  // --list-ports as JSON
+    std::chrono::milliseconds probeTime{300};
 };
 
 // Reads the command line of `app`. --help and --version are answered and

@@ -8,6 +8,7 @@
 // --edit ROW,COLUMN the editor of that cell, as a double click opens it.
 #include "Handset.h"
 #include "Options.h"
+#include "PortChoice.h"
 #include "Restore.h"
 #include "Screenshot.h"
 #include "UnattendedDialogs.h"
@@ -48,11 +49,8 @@ int main(int argc, char** argv)
     const std::optional<halvane::Options> options = halvane::ParseOptions(app);
     if (!options)
         return 2;
-    if (options->listPorts) {
-        for (const QString& candidate : tessaly::link::SerialLink::CandidatePorts())
-            std::printf("%s\n", qPrintable(candidate));
-        return 0;
-    }
+    if (options->listPorts)
+        return halvane::ListPortsCommand(*options);
     if (options->info)
         return halvane::PrintIdentity(*options);
     const bool unattended
@@ -66,9 +64,25 @@ int main(int argc, char** argv)
     window.setWindowTitle(QStringLiteral("Halvane"));
     Tessaly panel(&window);
     window.setFixedSize(panel.size());
-    const std::unique_ptr<halvane::Handset> handset = halvane::OpenHandset(*options, panel, unattended);
-    if (!handset)
+    // A port that stands in the way is told on the command line and, with a
+    // person there, in a box.
+    const auto fail = [unattended](const QString& failure) {
+        std::fprintf(stderr, "halvane: %s\n", qPrintable(failure));
+        if (!unattended)
+            QMessageBox::critical(nullptr, QStringLiteral("Halvane"), failure);
         return 1;
+    };
+    halvane::Options chosen = *options;
+    QString failure;
+    if (!chosen.port.isEmpty()) {
+        const std::optional<QString> node = halvane::ChoosePort(chosen, failure);
+        if (!node)
+            return fail(failure);
+        chosen.port = *node;
+    }
+    const std::unique_ptr<halvane::Handset> handset = halvane::OpenHandset(chosen, panel, unattended, failure);
+    if (!handset)
+        return fail(failure);
     if (!options->restoreBackup.isEmpty())
         return halvane::RestoreFromBackup(options->restoreBackup, *handset);
     if (options->read)

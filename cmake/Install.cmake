@@ -22,3 +22,7 @@ install(FILES ${CMAKE_CURRENT_BINARY_DIR}/tessaly.pc DESTINATION ${CMAKE_INSTALL
 
 install(TARGETS halvane tessaly-emu RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 install(TARGETS TessalyDesignerPlugin LIBRARY DESTINATION ${TESSALY_PLUGINDIR}/designer)
+
+# The udev rule for the handsets' diagnostic ports (src/link/CMakeLists.txt
+# says where).
+install(FILES ${TESSALY_UDEV_RULE} DESTINATION ${TESSALY_UDEV_DIR})

@@ -1,13 +1,18 @@
 #include "link/SerialLink.h"
 
 #include "link/DiagPackets.h"
+#include "link/PortAdvice.h"
+#include "link/PortList.h"
 
 #include <tessaly/TessalyError.h>
 
 #include <QDeadlineTimer>
+#include <QFile>
 #include <QEventLoop>
-#include <QSerialPortInfo>
 #include <QTimer>
+
+#include <grp.h>
+#include <sys/stat.h>
 
 namespace tessaly::link {
 
@@ -25,12 +30,28 @@ constexpr int MaxResends = 3;
         throw TessalyError(errPortMissing, QStringLiteral("There is no port %1. Plug the handset in, switch it to its "
                                                           "diagnostic mode, and see `halvane --list-ports`.")
                                                .arg(name));
-    case QSerialPort::PermissionError:
+    case QSerialPort::PermissionError: {
+        // Qt says "permission" both for a port the user may not open and for
+        // one another program holds: the node's mode and /proc tell which.
+        struct stat status {};
+        if (!MayOpen(name) && ::stat(QFile::encodeName(name).constData(), &status) == 0) {
+            const group* owner = getgrgid(status.st_gid);
+            throw TessalyError(errPortUnavailable,
+                               NotPermittedAdvice(name, owner ? QString::fromLocal8Bit(owner->gr_name)
+                                                              : QString::number(status.st_gid)));
+        }
+        const std::vector<PortHolder> holders = HoldersOf(QStringLiteral("/"), name);
+        QStringList names;
+        bool modemManager = false;
+        for (const PortHolder& holder : holders) {
+            names << QStringLiteral("%1 (pid %2)").arg(holder.program).arg(holder.pid);
+            modemManager = modemManager || holder.program == QLatin1String("ModemManager");
+        }
         throw TessalyError(errPortUnavailable,
-                           QStringLiteral("The port %1 is in use or not permitted. ModemManager often holds such ports "
-                                          "(`sudo systemctl stop ModemManager`); to be permitted, join the dialout "
-                                          "group (`sudo usermod -aG dialout $USER`) and log in again.")
-                               .arg(name));
+                           QStringLiteral("The port %1 is in use%2. ").arg(name, names.isEmpty() ? QString() : QStringLiteral(" by ") + names.join(QStringLiteral(", ")))
+                               + (modemManager ? QStringLiteral("To keep ModemManager away from the handset's port: ") + UdevRuleAdvice()
+                                               : QStringLiteral("Close the program that holds it and try again.")));
+    }
     default:
         throw TessalyError(errPortUnavailable,
                            QStringLiteral("The port %1 cannot be opened: %2.").arg(name, port.errorString()));
@@ -127,14 +148,6 @@ bool SerialLink::awaitBytes(std::chrono::milliseconds within)
         throw TessalyError(errPortUnavailable, QStringLiteral("The port %1 was lost: %2. Plug the handset in again.")
                                                    .arg(m_name, m_port.errorString()));
     return m_port.bytesAvailable() > 0;
-}
-
-QStringList SerialLink::CandidatePorts()
-{
-    QStringList ports;
-    for (const QSerialPortInfo& info : QSerialPortInfo::availablePorts())
-        ports << info.systemLocation() + (info.description().isEmpty() ? QString() : QStringLiteral("  ") + info.description());
-    return ports;
 }
 
 } // namespace tessaly::link

@@ -35,9 +35,6 @@ public:
     // TessalyError.
     QByteArray transact(const QByteArray& request, bool indexed = false);
 
-    // The serial ports of this machine that may hold a handset.
-    static QStringList CandidatePorts();
-
 private:
     enum class Wait { Answered, Silent, Damaged };
     Wait awaitReply(const QByteArray& request, bool indexed, QByteArray& reply);

@@ -1,0 +1,23 @@
+// halvane's serial ports: --list-ports, and the port --port names, found by
+// probing with "auto", and freed from ModemManager when it holds it.
+#pragma once
+
+#include "Options.h"
+
+#include <QString>
+
+#include <optional>
+
+namespace halvane {
+
+// Prints the port listing (text or JSON, probed when asked) and gives the
+// exit status.
+int ListPortsCommand(const Options& options);
+
+// The device node to open for --port: the port given, or with "auto" the one
+// port where a handset answers. ModemManager is asked to let go of it first
+// when it holds it. Nothing, with `failure` saying why, when no port can be
+// taken.
+std::optional<QString> ChoosePort(const Options& options, QString& failure);
+
+} // namespace halvane

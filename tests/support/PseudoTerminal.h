@@ -1,0 +1,34 @@
+// A pseudo-terminal that stands for a line with no handset behind it: a
+// silent one, or one that answers every request with noise. The test holds
+// its far end, and the near end open too, so that the line stays up while
+// programs come and go.
+#pragma once
+
+#include <QString>
+
+#include <atomic>
+#include <thread>
+
+class PseudoTerminal {
+public:
+    enum class Behaviour { Silent, Garbage };
+
+    explicit PseudoTerminal(Behaviour behaviour = Behaviour::Silent);
+    ~PseudoTerminal();
+    PseudoTerminal(const PseudoTerminal&) = delete;
+    PseudoTerminal& operator=(const PseudoTerminal&) = delete;
+
+    // The near end, for --port.
+    const QString& path() const { return m_path; }
+    // A descriptor of the near end, to look at its settings and queues.
+    int nearEnd() const { return m_near; }
+
+private:
+    void answerWithNoise();
+
+    int m_far = -1;
+    int m_near = -1;
+    QString m_path;
+    std::atomic<bool> m_stop{false};
+    std::thread m_answerer;
+};
