@@ -24,6 +24,15 @@ struct Options {
     bool listPorts = false;
     bool read = false;  // read the handset on --port without a window
     bool hasMessage = false;
+    // The full backup: every item number from firstItem to lastItem, with
+    // inFlight requests on the line at once; a restore then writes items the
+    // catalogue does not know too.
+    bool allItems = false;
+    uint16_t firstItem = 0;
+    uint16_t lastItem = 65535;
+    int inFlight = 4;
+    QString convertFrom{}; // --convert: this file into convertTo
+    QString convertTo{};
 };
 
 // Reads the command line of `app`. --help and --version are answered and

@@ -4,8 +4,11 @@
 // or with --screenshot FILE, it runs an NV Read, renders the panel to a PNG
 // file, prints the file's path and exits; every box meanwhile is told on
 // standard error. --read and --restore-backup work on a real handset without
-// a window. With --message TEXT it shows the panel's own message box, with
+// a window; --read --all-items keeps every NV item, --convert turns an NV
+// file into an XQCN file or back. With --message TEXT it shows the panel's own message box, with
 // --edit ROW,COLUMN the editor of that cell, as a double click opens it.
+#include "Convert.h"
+#include "FullBackup.h"
 #include "Handset.h"
 #include "Options.h"
 #include "Restore.h"
@@ -53,6 +56,8 @@ int main(int argc, char** argv)
             std::printf("%s\n", qPrintable(candidate));
         return 0;
     }
+    if (!options->convertFrom.isEmpty())
+        return halvane::Convert(options->convertFrom, options->convertTo);
     const bool unattended
         = DrawsNowhere() || !options->screenshot.isEmpty() || options->read || !options->restoreBackup.isEmpty();
     halvane::UnattendedDialogs dialogs;
@@ -68,7 +73,9 @@ int main(int argc, char** argv)
     if (!handset)
         return 1;
     if (!options->restoreBackup.isEmpty())
-        return halvane::RestoreFromBackup(options->restoreBackup, *handset);
+        return halvane::RestoreFromBackup(options->restoreBackup, *handset, options->allItems);
+    if (options->read && options->allItems)
+        return halvane::SaveFullBackup(*options, *handset);
     if (options->read)
         return halvane::ReadToBackup(*handset);
 

@@ -4,6 +4,8 @@
 // the faults of real handsets and lines; the state file makes those of items:
 // an item kept with status 7 (read-only) or 8 (not valid) is answered with
 // that status, for reads and writes alike. The ESN is never written.
+// --latency and --queue make a handset behind USB (emu/DelayedReplies.h).
+#include "DelayedReplies.h"
 #include "link/DiagPackets.h"
 #include "link/FrameCodec.h"
 #include "model/Catalogue.h"
@@ -130,7 +132,9 @@ int main(int argc, char** argv)
     const QCommandLineOption dead(QStringLiteral("dead-after"), QStringLiteral("Go silent after <n> requests."), QStringLiteral("n"), QStringLiteral("0"));
     const QCommandLineOption garble(QStringLiteral("garble"), QStringLiteral("Keep other bytes than were written to NV <item>."), QStringLiteral("item"), QStringLiteral("-1"));
     const QCommandLineOption late(QStringLiteral("late"), QStringLiteral("Answer request <n> only after <ms>."), QStringLiteral("n:ms"), QStringLiteral("0:0"));
-    options.addOptions({state, spc, slow, badCrc, events, dead, garble, late});
+    const QCommandLineOption latency(QStringLiteral("latency"), QStringLiteral("Send each reply <us> microseconds after its request, taking further requests meanwhile."), QStringLiteral("us"), QStringLiteral("0"));
+    const QCommandLineOption queue(QStringLiteral("queue"), QStringLiteral("With --latency, hold <n> requests at most; drop the rest."), QStringLiteral("n"), QStringLiteral("4"));
+    options.addOptions({state, spc, slow, badCrc, events, dead, garble, late, latency, queue});
     options.process(app);
     if (!options.isSet(state)) {
         std::fprintf(stderr, "tessaly-emu: --state FILE is needed\n");
@@ -161,11 +165,14 @@ int main(int argc, char** argv)
     Handset handset(memory, {options.value(spc), options.value(slow).toInt(), options.value(badCrc).toInt(),
                              options.isSet(events), options.value(dead).toInt(), options.value(garble).toInt(),
                              lateness.value(0).toInt(), lateness.value(1).toInt()});
+    DelayedReplies delayed(master, std::chrono::microseconds(options.value(latency).toInt()),
+                           size_t(std::max(1, options.value(queue).toInt())));
     link::FrameDecoder decoder;
     int requests = 0;
     int replies = 0;
     char buffer[4096];
     while (true) {
+        delayed.awaitInput();
         const ssize_t n = ::read(master, buffer, sizeof buffer);
         if (n <= 0) {
             std::this_thread::sleep_for(std::chrono::milliseconds(20));
@@ -174,7 +181,7 @@ int main(int argc, char** argv)
         for (const QByteArray& request : decoder.feed(QByteArrayView(buffer, n))) {
             ++requests;
             const Faults& faults = handset.faults();
-            if (request.isEmpty() || (faults.deadAfter > 0 && requests > faults.deadAfter))
+            if (request.isEmpty() || (faults.deadAfter > 0 && requests > faults.deadAfter) || !delayed.admit())
                 continue;
             QByteArray reply = link::EncodeFrame(handset.answer(request));
             if (faults.slowMs > 0 || requests == faults.lateAt)
@@ -183,7 +190,7 @@ int main(int argc, char** argv)
                 WriteAll(master, link::EncodeFrame(QByteArray::fromHex("6000ff")));
             if (faults.badCrcEvery > 0 && ++replies % faults.badCrcEvery == 0)
                 reply[reply.size() - 2] = char(reply[reply.size() - 2] ^ 0x01);
-            WriteAll(master, reply);
+            delayed.send(reply);
         }
     }
 }

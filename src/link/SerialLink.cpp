@@ -83,6 +83,22 @@ QByteArray SerialLink::transact(const QByteArray& request, bool indexed)
     }
 }
 
+void SerialLink::send(const QByteArray& request)
+{
+    m_port.write(EncodeFrame(request));
+    m_port.flush();
+}
+
+std::vector<QByteArray> SerialLink::receive(std::chrono::milliseconds within, int& damaged)
+{
+    const int before = m_decoder.rejected();
+    std::vector<QByteArray> frames;
+    if (awaitBytes(within))
+        frames = m_decoder.feed(m_port.readAll());
+    damaged = m_decoder.rejected() - before;
+    return frames;
+}
+
 // Whatever came in since the last reply, and any frame begun, is stale.
 void SerialLink::dropPending()
 {

@@ -35,6 +35,13 @@ public:
     // TessalyError.
     QByteArray transact(const QByteArray& request, bool indexed = false);
 
+    // For a caller that keeps several requests on the line (link/Pipeline.h):
+    // sends `request` without waiting for its reply.
+    void send(const QByteArray& request);
+    // The frames that came within `within`, none when the handset stayed
+    // silent; `damaged` counts the frames dropped for a bad CRC meanwhile.
+    std::vector<QByteArray> receive(std::chrono::milliseconds within, int& damaged);
+
     // The serial ports of this machine that may hold a handset.
     static QStringList CandidatePorts();
 

@@ -1,0 +1,45 @@
+// Reads of many NV items with several requests on the serial link at once.
+// A handset behind USB answers each request a round trip after it was sent;
+// with several on the way, the round trips overlap and the line stays busy.
+//
+// Replies are matched to their requests by item number and, for an indexed
+// item, the index in the reply's first data byte, never by their order; a
+// reply that answers nothing on the way (a late one, a second one) is passed
+// over. A handset takes a bounded number of requests at a time and drops the
+// rest without a word: a request that replies to later requests have
+// overtaken is taken as dropped and sent again, and so is the oldest one when
+// a reply arrives damaged. A handset that stays silent for the reply time
+// gets every request on the way once more; then the read fails.
+#pragma once
+
+#include "link/DiagPackets.h"
+#include "link/SerialLink.h"
+
+#include <functional>
+#include <vector>
+
+namespace tessaly::link {
+
+class Pipeline {
+public:
+    // `inFlight`: how many requests at most are on the way at once, 1 to 8.
+    Pipeline(SerialLink& link, int inFlight, std::chrono::milliseconds replyTime);
+
+    // Reads every address; `take` gets each reply in the order of `addresses`
+    // as soon as it and all before it are in. Throws TessalyError when the
+    // handset stops answering or refuses a read; what `take` got until then
+    // stands.
+    void read(const std::vector<model::NvAddress>& addresses,
+              const std::function<void(size_t position, const NvItemReply& reply)>& take);
+
+    // Requests sent again, for the benchmarks and tests: drops noticed.
+    int resent() const { return m_resent; }
+
+private:
+    SerialLink& m_link;
+    int m_inFlight;
+    std::chrono::milliseconds m_replyTime;
+    int m_resent = 0;
+};
+
+} // namespace tessaly::link
