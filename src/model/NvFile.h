@@ -27,6 +27,8 @@ struct NvEntry {
     NvAddress address;
     NvStatus status = NvStatus::Done;
     NvData data{};
+
+    bool operator==(const NvEntry&) const = default;
 };
 
 struct NvFile {
