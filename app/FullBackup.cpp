@@ -25,7 +25,7 @@ public:
         const double seconds = progress.elapsed.count();
         const double rate = seconds > 0 ? double(progress.done) / seconds : 0;
         const double left = rate > 0 ? double(progress.total - progress.done) / rate : 0;
-        std::fprintf(stderr, "\r%zu of %zu item numbers, %zu held, %.0f items/s, %.0f s left\033[K", progress.done,
+        std::fprintf(stderr, "\r%zu of %zu items read, %zu held, %.0f items/s, %.0f s left\033[K", progress.done,
                      progress.total, progress.held, rate, left);
         std::fflush(stderr);
     }

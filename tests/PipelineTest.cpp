@@ -148,8 +148,8 @@ TEST(Pipeline, SilentHandsetStopsTheScanNamingTheItem)
     } catch (const TessalyError& error) {
         // 100 answered: the MEID first, as the range leaves it out, then 99 of the range.
         const std::vector<NvAddress> range = ScanAddresses(0, 999);
-        EXPECT_TRUE(error.description().startsWith(QStringLiteral("The full backup stopped at %1, with 99 of %2 item "
-                                                                  "numbers read")
+        EXPECT_TRUE(error.description().startsWith(QStringLiteral("The full backup stopped at %1, with 99 of %2 items "
+                                                                  "read")
                                                        .arg(model::Describe(range[99]))
                                                        .arg(range.size())))
             << qPrintable(error.description());

@@ -131,6 +131,9 @@ bool RestoreBackup(const Backup& backup, LiveNvMemory& memory, const std::functi
     for (const model::NvEntry& entry : backup.items)
         if (listed.insert(entry.address).second)
             addresses.push_back(entry.address);
+    if (backup.esn.isEmpty())
+        throw TessalyError(errOtherHandset, QStringLiteral("The backup holds no ESN (NV item 0), so the handset it "
+                                                           "was taken from cannot be told."));
     model::NvImage now;
     std::map<model::NvAddress, NvStatus> statuses;
     for (const model::NvAddress& address : addresses)

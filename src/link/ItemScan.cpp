@@ -93,8 +93,8 @@ Backup ItemScan::run(uint16_t first, uint16_t last)
         });
     } catch (const TessalyError& error) {
         m_resent = pipeline.resent();
-        throw TessalyError(errScanStopped, QStringLiteral("The full backup stopped at %1, with %2 of %3 item numbers "
-                                                          "read: %4 Nothing was kept.")
+        throw TessalyError(errScanStopped, QStringLiteral("The full backup stopped at %1, with %2 of %3 items read: "
+                                                          "%4 Nothing was kept.")
                                                .arg(model::Describe(addresses[done]))
                                                .arg(done > extra ? done - extra : 0)
                                                .arg(addresses.size() - extra)
