@@ -109,12 +109,13 @@ TEST(Pipeline, RepliesInAnyOrderAreMatchedByItemAndIndex)
     EXPECT_EQ(taken, addresses);
 }
 
-TEST(Pipeline, RequestsAShortQueueDropsAreAskedAgainAndTheScanIsWholeAndInOrder)
+TEST(Pipeline, RequestsDroppedOrRepliesDamagedAreAskedAgainAndTheScanIsWholeAndInOrder)
 {
     QTemporaryDir folder;
     QProcess emulator;
+    // Damaged replies and event reports among them too.
     emulator.start(QStringLiteral(TESSALY_EMU), {"--state", folder.filePath("handset.json"), "--latency", "2000",
-                                                  "--queue", "2"});
+                                                  "--queue", "2", "--bad-crc", "7", "--events"});
     ASSERT_TRUE(emulator.waitForReadyRead(5000));
     SerialLink line(QString::fromLocal8Bit(emulator.readLine()).trimmed(), 1s);
     ItemScan scan(line, 8, 1s);

@@ -14,19 +14,28 @@ namespace {
 
 enum : int32_t { errHandsetSilent = 2012, errRequestsDropped = 2040 };
 
+using Clock = std::chrono::steady_clock;
+
 // Replies to later requests that overtake a request before it counts as
 // dropped: one is allowed for, as a handset may answer a little out of turn.
 constexpr int Overtakes = 2;
-// Times a request is sent again for drops before the read gives up.
-constexpr int MaxResends = 16;
+// Times a request is sent again before the read gives up.
+constexpr int MaxResends = 32;
+// A request left unanswered for this many round trips is sent again, and
+// then after twice as long each time: the last requests of a read have no
+// later ones to overtake them.
+constexpr double LateRoundTrips = 4;
+constexpr std::chrono::microseconds LeastLateness(1000);
 
 // A request on the way.
 struct Pending {
     size_t position = 0;
     QByteArray request;
     uint64_t sent = 0; // the send's number: later sends have greater ones
+    Clock::time_point sentAt{};
     int overtaken = 0;
     int resends = 0;
+    int lateResends = 0;
 };
 
 uint16_t ItemOf(QByteArrayView bytes, qsizetype at)
@@ -68,11 +77,22 @@ void Pipeline::read(const std::vector<NvAddress>& addresses,
     uint64_t sends = 0;
     int silences = 0;
     QDeadlineTimer deadline(m_replyTime);
+    std::chrono::duration<double> roundTrip{0}; // smoothed, of requests answered at their first send
 
     const auto send = [&](Pending& request) {
         request.sent = ++sends;
+        request.sentAt = Clock::now();
         request.overtaken = 0;
         m_link.send(request.request);
+    };
+    // When a request unanswered so far counts as late; never before a
+    // round trip is known.
+    const auto lateAt = [&](const Pending& request) {
+        if (roundTrip.count() == 0)
+            return Clock::time_point::max();
+        const auto wait = std::max<std::chrono::duration<double>>(LeastLateness, LateRoundTrips * roundTrip)
+            * double(1 << std::min(request.lateResends, 20));
+        return request.sentAt + std::chrono::duration_cast<Clock::duration>(wait);
     };
     const auto resend = [&](const NvAddress& address, Pending& request) {
         if (++request.resends > MaxResends)
@@ -95,9 +115,16 @@ void Pipeline::read(const std::vector<NvAddress>& addresses,
             send(request);
         }
 
+        qint64 wait = deadline.remainingTime();
+        for (const auto& [address, request] : pending) {
+            const Clock::time_point late = lateAt(request);
+            if (late != Clock::time_point::max())
+                wait = std::min<qint64>(
+                    wait, std::chrono::ceil<std::chrono::milliseconds>(late - Clock::now()).count());
+        }
         int damaged = 0;
-        const std::vector<QByteArray> frames = m_link.receive(
-            std::chrono::milliseconds(std::max<qint64>(1, deadline.remainingTime())), damaged);
+        const std::vector<QByteArray> frames
+            = m_link.receive(std::chrono::milliseconds(std::max<qint64>(1, wait)), damaged);
         bool answered = false;
         for (const QByteArray& frame : frames) {
             const auto found = Answered(pending, frame);
@@ -105,11 +132,25 @@ void Pipeline::read(const std::vector<NvAddress>& addresses,
                 continue; // a log, an event, a late or second reply
             const Pending request = found->second;
             pending.erase(found);
+            if (request.resends == 0) {
+                const std::chrono::duration<double> sample = Clock::now() - request.sentAt;
+                roundTrip = roundTrip.count() == 0 ? sample : 0.875 * roundTrip + 0.125 * sample;
+            }
             early[request.position] = ParseNvItem(request.request, frame);
             answered = true;
+            // Overtaken twice, or by the newest request on the way, after
+            // which no reply is to come that could overtake it again.
+            const bool newest = std::none_of(pending.begin(), pending.end(),
+                                             [&](const auto& other) { return other.second.sent > request.sent; });
             for (auto& [address, other] : pending)
-                if (other.sent < request.sent && ++other.overtaken >= Overtakes)
+                if (other.sent < request.sent && (++other.overtaken >= Overtakes || newest))
                     resend(address, other);
+        }
+        for (auto& [address, request] : pending) {
+            if (Clock::now() >= lateAt(request)) {
+                ++request.lateResends;
+                resend(address, request);
+            }
         }
         if (damaged > 0 && !pending.empty()) {
             auto oldest = std::min_element(pending.begin(), pending.end(),

@@ -6,9 +6,11 @@
 // item, the index in the reply's first data byte, never by their order; a
 // reply that answers nothing on the way (a late one, a second one) is passed
 // over. A handset takes a bounded number of requests at a time and drops the
-// rest without a word: a request that replies to later requests have
-// overtaken is taken as dropped and sent again, and so is the oldest one when
-// a reply arrives damaged. A handset that stays silent for the reply time
+// rest without a word: a request that replies to two later requests have
+// overtaken, or the reply to the newest request on the way, is taken as
+// dropped and sent again, and so is the oldest one when a reply arrives
+// damaged, and one left unanswered for several round trips (the last
+// requests of a read have none after them to overtake them). A handset that stays silent for the reply time
 // gets every request on the way once more; then the read fails.
 #pragma once
 
