@@ -60,15 +60,26 @@ QString StreamBytes(const QXmlStreamReader& xml, QByteArray& bytes)
     const QXmlStreamAttributes attributes = xml.attributes();
     const QString name = attributes.value(QLatin1String("Name")).toString();
     const QString where = QStringLiteral("the stream %1 (line %2)").arg(name).arg(xml.lineNumber());
-    const QStringList pairs = attributes.value(QLatin1String("Value")).toString().split(u' ', Qt::SkipEmptyParts);
+    // XML turns any white space of an attribute into spaces.
+    const QStringView value = attributes.value(QLatin1String("Value"));
     bytes.clear();
-    bytes.reserve(pairs.size());
-    for (const QString& pair : pairs) {
+    bytes.reserve(value.size() / 3 + 1);
+    for (qsizetype at = 0; at < value.size();) {
+        if (value[at] == u' ') {
+            ++at;
+            continue;
+        }
+        const qsizetype start = at;
+        while (at < value.size() && value[at] != u' ')
+            ++at;
+        const QStringView pair = value.sliced(start, at - start);
         bool ok = false;
-        const uint value = pair.toUInt(&ok, 16);
+        const uint byte = pair.toUInt(&ok, 16);
         if (!ok || pair.size() != 2)
-            return QStringLiteral("%1 holds \"%2\" at byte %3, not a hexadecimal byte").arg(where, pair).arg(bytes.size());
-        bytes.append(char(value));
+            return QStringLiteral("%1 holds \"%2\" at byte %3, not a hexadecimal byte")
+                .arg(where, pair.toString())
+                .arg(bytes.size());
+        bytes.append(char(byte));
     }
     bool ok = false;
     const qsizetype length = attributes.value(QLatin1String("Length")).toLongLong(&ok);
