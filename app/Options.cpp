@@ -108,6 +108,11 @@ std::optional<Options> ParseOptions(const QCoreApplication& app)
                      qPrintable(parser.value(inFlight)));
         return {};
     }
+    if (!parser.isSet(convert) && !parser.positionalArguments().isEmpty()) {
+        std::fprintf(stderr, "halvane: \"%s\" is not an option; a file comes alone only after --convert IN\n",
+                     qPrintable(parser.positionalArguments()[0]));
+        return {};
+    }
     if (parser.isSet(convert)) {
         if (parser.positionalArguments().size() != 1) {
             std::fprintf(stderr, "halvane: --convert IN OUT wants the file to write after the one to read\n");
