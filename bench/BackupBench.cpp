@@ -127,7 +127,13 @@ void BackupFullRangeBesideMinimalClient(benchmark::State& state)
     state.counters["minimal_cpu_us"] = minimalCpu / items;
     state.counters["resent"] = benchmark::Counter(resent, benchmark::Counter::kAvgIterations);
 }
-BENCHMARK(BackupFullRangeBesideMinimalClient)->Arg(1)->Arg(4)->Arg(8)->Iterations(3)->Unit(benchmark::kMillisecond)->UseManualTime();
+BENCHMARK(BackupFullRangeBesideMinimalClient)
+    ->Arg(1)
+    ->Arg(4)
+    ->Arg(8)
+    ->Iterations(3)
+    ->Unit(benchmark::kMillisecond)
+    ->UseManualTime();
 
 void Scan(benchmark::State& state, const QStringList& options, uint16_t last)
 {
@@ -147,6 +153,14 @@ void BackupLatencyScan(benchmark::State& state)
 {
     Scan(state, {QStringLiteral("--latency"), QStringLiteral("1000")}, LatencyLast);
 }
-BENCHMARK(BackupLatencyScan)->Arg(1)->Arg(2)->Arg(4)->Arg(6)->Arg(8)->Iterations(2)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(BackupLatencyScan)
+    ->Arg(1)
+    ->Arg(2)
+    ->Arg(4)
+    ->Arg(6)
+    ->Arg(8)
+    ->Iterations(2)
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime();
 
 } // namespace

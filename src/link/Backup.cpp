@@ -154,7 +154,8 @@ bool RestoreBackup(const Backup& backup, LiveNvMemory& memory, const std::functi
         const QString name = Describe(entry.address);
         if (!stopped.isEmpty()) {
             tell(name + QStringLiteral(": not written (%1)").arg(stopped));
-        } else if (const QString reason = SkipReason(entry, statuses[entry.address], allItems ? nullptr : &known); !reason.isEmpty()) {
+        } else if (const QString reason = SkipReason(entry, statuses[entry.address], allItems ? nullptr : &known);
+                   !reason.isEmpty()) {
             tell(name + QStringLiteral(": skipped (%1)").arg(reason));
         } else if (now[entry.address] == entry.data) {
             tell(name + QStringLiteral(": unchanged"));

@@ -1,8 +1,9 @@
 // Backups of a live handset's NV memory: every NV Read saves one, an NV file
 // of the backup kind (model/NvFile.h) with the handset's ESN and MEID, the
 // time, and every item with its bytes and status; a full backup
-// (link/ItemScan.h) is of the full kind. A backup is never written over. Restoring one checks that it was taken from this handset, keeps a
-// backup of what the handset holds first, and tells each item's outcome.
+// (link/ItemScan.h) is of the full kind. A backup is never written over.
+// Restoring one checks that it was taken from this handset, keeps a backup of
+// what the handset holds first, and tells each item's outcome.
 #pragma once
 
 #include "link/LiveNvMemory.h"

@@ -98,7 +98,8 @@ std::vector<QByteArray> SerialLink::receive(std::chrono::milliseconds within, in
 {
     constexpr std::chrono::milliseconds Slice(20);
     const QDeadlineTimer deadline(within);
-    while (m_port.bytesAvailable() == 0 && !m_port.waitForReadyRead(int(std::min<qint64>(Slice.count(), std::max<qint64>(0, deadline.remainingTime()))))) {
+    const auto slice = [&] { return int(std::min<qint64>(Slice.count(), std::max<qint64>(0, deadline.remainingTime()))); };
+    while (m_port.bytesAvailable() == 0 && !m_port.waitForReadyRead(slice())) {
         if (m_port.error() == QSerialPort::ResourceError)
             throw TessalyError(errPortUnavailable, QStringLiteral("The port %1 was lost: %2. Plug the handset in again.")
                                                        .arg(m_name, m_port.errorString()));
