@@ -40,6 +40,8 @@ public:
     void send(const QByteArray& request);
     // The frames that came within `within`, none when the handset stayed
     // silent; `damaged` counts the frames dropped for a bad CRC meanwhile.
+    // It waits on the port without an event loop, serving the application's
+    // events but the user's every 20 ms, so that windows keep painting.
     std::vector<QByteArray> receive(std::chrono::milliseconds within, int& damaged);
 
     // The serial ports of this machine that may hold a handset.
