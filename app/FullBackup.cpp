@@ -54,8 +54,12 @@ int SaveFullBackup(const Options& options, Handset& handset)
         line.end();
         const QString path = backup.save(link::BackupFolder());
         std::printf("%s\n", qPrintable(path));
-        std::printf("Items %u to %u: %zu held, %zu lacking, %.1f s\n", options.firstItem, options.lastItem,
-                    backup.items.size(), scan.lacking(), double(clock.nsecsElapsed()) / 1e9);
+        for (const auto& [address, reason] : scan.refused())
+            std::printf("%s: not kept: %s\n", qPrintable(model::Describe(address)), qPrintable(reason));
+        const QString refused = scan.refused().empty() ? QString()
+                                                       : QStringLiteral(", %1 refused").arg(scan.refused().size());
+        std::printf("Items %u to %u: %zu held, %zu lacking%s, %.1f s\n", options.firstItem, options.lastItem,
+                    backup.items.size(), scan.lacking(), qPrintable(refused), double(clock.nsecsElapsed()) / 1e9);
         return 0;
     } catch (const TessalyError& error) {
         line.end();

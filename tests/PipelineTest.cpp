@@ -30,7 +30,10 @@ namespace {
 
 // A handset on a pseudo-terminal of the test's own that answers each batch
 // of requests backwards: the first request of a batch gets the last reply.
-// Each reply's data carries the item's low byte after the index.
+// Each reply's data carries the item's low byte after the index; the read of
+// item Guarded is refused.
+constexpr char Guarded = 13;
+
 class BackwardsHandset {
 public:
     BackwardsHandset()
@@ -73,6 +76,8 @@ private:
             for (auto request = batch.rbegin(); request != batch.rend(); ++request) {
                 QByteArray reply = *request;
                 reply[4] = reply[1]; // the item's low byte after the index
+                if (reply[1] == Guarded)
+                    reply = char(0x47) + *request; // refused for the handset's security
                 replies += EncodeFrame(reply);
             }
             batch.clear();
@@ -95,16 +100,21 @@ TEST(Pipeline, RepliesInAnyOrderAreMatchedByItemAndIndex)
     BackwardsHandset handset;
     SerialLink line(handset.path(), 1s);
     // Both indexes of an indexed item among plain ones, so that an index
-    // taken from the wrong reply shows.
-    const std::vector<NvAddress> addresses{{10, -1}, {178, 0}, {178, 1}, {11, -1}, {43, 1}, {43, 0}, {12, -1}};
+    // taken from the wrong reply shows, and an item whose read is refused.
+    const std::vector<NvAddress> addresses{{10, -1}, {178, 0}, {178, 1}, {11, -1}, {13, -1}, {43, 1}, {43, 0}, {12, -1}};
     std::vector<NvAddress> taken;
-    Pipeline(line, 4, 1s).read(addresses, [&](size_t position, const NvItemReply& reply) {
+    Pipeline(line, 4, 1s).read(addresses, [&](size_t position, const ItemAnswer& answer) {
         EXPECT_EQ(position, taken.size()) << "given in the order asked";
         const NvAddress address = addresses[position];
-        EXPECT_EQ(reply.item, address.item);
-        EXPECT_EQ(reply.data[0], address.index < 0 ? 0 : address.index);
-        EXPECT_EQ(reply.data[1], uint8_t(address.item));
         taken.push_back(address);
+        if (address.item == Guarded) {
+            EXPECT_TRUE(answer.refused.contains(QLatin1String("security mode"))) << qPrintable(answer.refused);
+            return;
+        }
+        EXPECT_EQ(answer.refused, "");
+        EXPECT_EQ(answer.reply.item, address.item);
+        EXPECT_EQ(answer.reply.data[0], address.index < 0 ? 0 : address.index);
+        EXPECT_EQ(answer.reply.data[1], uint8_t(address.item));
     });
     EXPECT_EQ(taken, addresses);
 }

@@ -66,22 +66,27 @@ Backup ItemScan::run(uint16_t first, uint16_t last)
     model::NvData meid{};
     ScanProgress progress{0, addresses.size() - extra, 0, {}};
     m_lacking = 0;
+    m_refused.clear();
     Pipeline pipeline(m_link, m_inFlight, m_replyTime);
     size_t done = 0;
     try {
-        pipeline.read(addresses, [&](size_t position, const NvItemReply& reply) {
+        pipeline.read(addresses, [&](size_t position, const ItemAnswer& answer) {
             const NvAddress address = addresses[position];
-            if (reply.status != 0 && !model::Lacks(NvStatus(reply.status)))
+            const NvItemReply& reply = answer.reply;
+            const bool refused = !answer.refused.isEmpty();
+            if (!refused && reply.status != 0 && !model::Lacks(NvStatus(reply.status)))
                 throw TessalyError(errScanStatus, QStringLiteral("%1 could not be read: %2.")
                                                       .arg(model::Describe(address), NvStatusText(reply.status)));
-            if (address == NvAddress{model::EsnItem, -1})
+            if (address == NvAddress{model::EsnItem, -1} && !refused)
                 esn = reply.data;
-            if (address == NvAddress{model::MeidItem, -1})
+            if (address == NvAddress{model::MeidItem, -1} && !refused)
                 meid = reply.data;
             done = position + 1;
             if (position < extra)
                 return;
-            if (reply.status == 0)
+            if (refused)
+                m_refused.emplace_back(address, answer.refused);
+            else if (reply.status == 0)
                 backup.items.push_back({address, NvStatus::Done, reply.data});
             else
                 ++m_lacking;

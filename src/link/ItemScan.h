@@ -2,8 +2,10 @@
 // with every index the catalogue names for an indexed item (per NAM, per
 // profile), several requests on the way at once (link/Pipeline.h). Items the
 // handset holds are kept whole, all 128 bytes; items it lacks (statuses 5 to
-// 8) are counted. The result is whole or nothing: a scan that stops keeps
-// nothing and says at which item it stopped.
+// 8) are counted; items whose read it refuses (error replies for a bad
+// parameter or its security mode) are listed with the reason. The result is
+// whole or nothing: a scan that stops keeps nothing and says at which item it
+// stopped.
 #pragma once
 
 #include "link/Backup.h"
@@ -38,8 +40,10 @@ public:
     // where the scan stopped.
     Backup run(uint16_t first, uint16_t last);
 
-    // After a run: items the handset lacked, and requests sent again.
+    // After a run: items the handset lacked, items whose read it refused and
+    // why, and requests sent again.
     size_t lacking() const { return m_lacking; }
+    const std::vector<std::pair<model::NvAddress, QString>>& refused() const { return m_refused; }
     int resent() const { return m_resent; }
 
 private:
@@ -48,6 +52,7 @@ private:
     std::chrono::milliseconds m_replyTime;
     std::function<void(const ScanProgress&)> m_progress;
     size_t m_lacking = 0;
+    std::vector<std::pair<model::NvAddress, QString>> m_refused;
     int m_resent = 0;
 };
 

@@ -14,6 +14,10 @@ namespace {
 
 enum : int32_t { errHandsetSilent = 2012, errRequestsDropped = 2040 };
 
+// The error replies that refuse one item's read, not reads at all.
+constexpr uint8_t RefusedParameter = 0x14;
+constexpr uint8_t RefusedSecurity = 0x47;
+
 using Clock = std::chrono::steady_clock;
 
 // Replies to later requests that overtake a request before it counts as
@@ -58,6 +62,19 @@ std::map<NvAddress, Pending>::iterator Answered(std::map<NvAddress, Pending>& pe
     return found;
 }
 
+// The answer of `reply`; an error reply that concerns this item alone is a
+// refusal, any other one throws.
+ItemAnswer Answer(const QByteArray& request, const QByteArray& reply)
+{
+    try {
+        return {ParseNvItem(request, reply), {}};
+    } catch (const TessalyError& error) {
+        if (uint8_t(reply[0]) != RefusedParameter && uint8_t(reply[0]) != RefusedSecurity)
+            throw;
+        return {{}, error.description()};
+    }
+}
+
 } // namespace
 
 Pipeline::Pipeline(SerialLink& link, int inFlight, std::chrono::milliseconds replyTime)
@@ -68,10 +85,10 @@ Pipeline::Pipeline(SerialLink& link, int inFlight, std::chrono::milliseconds rep
 }
 
 void Pipeline::read(const std::vector<NvAddress>& addresses,
-                    const std::function<void(size_t position, const NvItemReply& reply)>& take)
+                    const std::function<void(size_t position, const ItemAnswer& answer)>& take)
 {
     std::map<NvAddress, Pending> pending;
-    std::map<size_t, NvItemReply> early; // answered before one ahead of them
+    std::map<size_t, ItemAnswer> early; // answered before one ahead of them
     size_t next = 0;      // the next address to send
     size_t delivered = 0; // addresses given to `take`
     uint64_t sends = 0;
@@ -136,7 +153,7 @@ void Pipeline::read(const std::vector<NvAddress>& addresses,
                 const std::chrono::duration<double> sample = Clock::now() - request.sentAt;
                 roundTrip = roundTrip.count() == 0 ? sample : 0.875 * roundTrip + 0.125 * sample;
             }
-            early[request.position] = ParseNvItem(request.request, frame);
+            early[request.position] = Answer(request.request, frame);
             answered = true;
             // Overtaken twice, or by the newest request on the way, after
             // which no reply is to come that could overtake it again.

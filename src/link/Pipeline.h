@@ -22,17 +22,25 @@
 
 namespace tessaly::link {
 
+// What the handset answered for one address: its reply, or why it refused to
+// read that item alone (an error reply for a bad parameter or for its
+// security mode, which some handsets give for items they guard).
+struct ItemAnswer {
+    NvItemReply reply;
+    QString refused; // empty when answered
+};
+
 class Pipeline {
 public:
     // `inFlight`: how many requests at most are on the way at once, 1 to 8.
     Pipeline(SerialLink& link, int inFlight, std::chrono::milliseconds replyTime);
 
-    // Reads every address; `take` gets each reply in the order of `addresses`
-    // as soon as it and all before it are in. Throws TessalyError when the
-    // handset stops answering or refuses a read; what `take` got until then
-    // stands.
+    // Reads every address; `take` gets each answer in the order of
+    // `addresses` as soon as it and all before it are in. Throws TessalyError
+    // when the handset stops answering or refuses reads altogether; what
+    // `take` got until then stands.
     void read(const std::vector<model::NvAddress>& addresses,
-              const std::function<void(size_t position, const NvItemReply& reply)>& take);
+              const std::function<void(size_t position, const ItemAnswer& answer)>& take);
 
     // Requests sent again, for the benchmarks and tests: drops noticed.
     int resent() const { return m_resent; }
