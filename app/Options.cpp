@@ -99,6 +99,10 @@ std::optional<Options> ParseOptions(const QCoreApplication& app)
     options.pace = *paceMs;
     options.replyTime = *replyMs;
     options.allItems = parser.isSet(allItems) || parser.isSet(items);
+    if (parser.isSet(items) && !options.read) {
+        std::fprintf(stderr, "halvane: --items narrows the full backup of --read\n");
+        return {};
+    }
     if (parser.isSet(items) && !ItemRange(parser.value(items), options))
         return {};
     bool number = false;
