@@ -23,6 +23,24 @@ std::optional<std::chrono::milliseconds> Milliseconds(const QString& name, const
     return {};
 }
 
+// "FIRST-LAST", item numbers of 0 to 65535 in order.
+bool ItemRange(const QString& value, Options& options)
+{
+    const QStringList ends = value.split(QLatin1Char('-'));
+    bool first = false;
+    bool last = false;
+    const uint from = ends.value(0).toUInt(&first);
+    const uint to = ends.value(1).toUInt(&last);
+    if (ends.size() != 2 || !first || !last || from > to || to > 65535) {
+        std::fprintf(stderr, "halvane: --items wants FIRST-LAST, item numbers of 0 to 65535, not \"%s\"\n",
+                     qPrintable(value));
+        return false;
+    }
+    options.firstItem = uint16_t(from);
+    options.lastItem = uint16_t(to);
+    return true;
+}
+
 } // namespace
 
 std::optional<Options> ParseOptions(const QCoreApplication& app)
@@ -64,6 +82,18 @@ std::optional<Options> ParseOptions(const QCoreApplication& app)
                                 "file");
     const auto info = option("info", "Print the model, software version, dates, ESN and MEID of the handset on "
                                      "--port and exit.");
+    const auto allItems = option("all-items", "With --read, keep every NV item the handset holds, not only the "
+                                              "catalogue's; with --restore-backup, write the items the catalogue does "
+                                              "not know too.");
+    const auto items = option("items", "With --read, keep the NV items <first-last> (implies --all-items).",
+                              "first-last");
+    const auto inFlight = option("in-flight", "Keep <n> requests on the line at once in a full backup, 1 to 8.", "n",
+                                 QStringLiteral("4"));
+    const auto convert = option("convert", "Convert the NV file <in> (.json or .xqcn) into the file OUT given after "
+                                           "it, of the other kind, and exit.",
+                                "in");
+    parser.addPositionalArgument(QStringLiteral("OUT"), QStringLiteral("With --convert, the file to write."),
+                                 QStringLiteral("[OUT]"));
     parser.process(app);
 
     Options options{parser.value(screenshot), parser.value(page), parser.value(message), parser.value(edit),
@@ -84,6 +114,33 @@ std::optional<Options> ParseOptions(const QCoreApplication& app)
     }
     options.pace = *paceMs;
     options.replyTime = *replyMs;
+    options.allItems = parser.isSet(allItems) || parser.isSet(items);
+    if (parser.isSet(items) && !options.read) {
+        std::fprintf(stderr, "halvane: --items narrows the full backup of --read\n");
+        return {};
+    }
+    if (parser.isSet(items) && !ItemRange(parser.value(items), options))
+        return {};
+    bool number = false;
+    options.inFlight = parser.value(inFlight).toInt(&number);
+    if (!number || options.inFlight < 1 || options.inFlight > 8) {
+        std::fprintf(stderr, "halvane: --in-flight wants a number of 1 to 8, not \"%s\"\n",
+                     qPrintable(parser.value(inFlight)));
+        return {};
+    }
+    if (!parser.isSet(convert) && !parser.positionalArguments().isEmpty()) {
+        std::fprintf(stderr, "halvane: \"%s\" is not an option; a file comes alone only after --convert IN\n",
+                     qPrintable(parser.positionalArguments()[0]));
+        return {};
+    }
+    if (parser.isSet(convert)) {
+        if (parser.positionalArguments().size() != 1) {
+            std::fprintf(stderr, "halvane: --convert IN OUT wants the file to write after the one to read\n");
+            return {};
+        }
+        options.convertFrom = parser.value(convert);
+        options.convertTo = parser.positionalArguments()[0];
+    }
     if ((options.read || options.info || !options.restoreBackup.isEmpty()) && options.port.isEmpty()) {
         std::fprintf(stderr, "halvane: --read, --info and --restore-backup work on a real handset: give its --port\n");
         return {};

@@ -28,6 +28,15 @@ struct Options {
     bool probe = false; // --list-ports asks each free port for a handset
     bool json = false;  // --list-ports as JSON
     std::chrono::milliseconds probeTime{300};
+    // The full backup: every item number from firstItem to lastItem, with
+    // inFlight requests on the line at once; a restore then writes items the
+    // catalogue does not know too.
+    bool allItems = false;
+    uint16_t firstItem = 0;
+    uint16_t lastItem = 65535;
+    int inFlight = 4;
+    QString convertFrom{}; // --convert: this file into convertTo
+    QString convertTo{};
 };
 
 // Reads the command line of `app`. --help and --version are answered and

@@ -4,8 +4,14 @@
 // or with --screenshot FILE, it runs an NV Read, renders the panel to a PNG
 // file, prints the file's path and exits; every box meanwhile is told on
 // standard error. --read and --restore-backup work on a real handset without
-// a window. With --message TEXT it shows the panel's own message box, with
-// --edit ROW,COLUMN the editor of that cell, as a double click opens it.
+// a window; --read --all-items keeps every NV item, --info tells what the
+// handset says of itself, --convert turns an NV file into an XQCN file or
+// back, --list-ports tells the serial ports and --port auto takes the one
+// where a handset answers. With --message TEXT it shows the panel's own
+// message box, with --edit ROW,COLUMN the editor of that cell, as a double
+// click opens it.
+#include "Convert.h"
+#include "FullBackup.h"
 #include "Handset.h"
 #include "Options.h"
 #include "PortChoice.h"
@@ -51,19 +57,15 @@ int main(int argc, char** argv)
         return 2;
     if (options->listPorts)
         return halvane::ListPortsCommand(*options);
-    if (options->info)
-        return halvane::PrintIdentity(*options);
+    if (!options->convertFrom.isEmpty())
+        return halvane::Convert(options->convertFrom, options->convertTo);
     const bool unattended
-        = DrawsNowhere() || !options->screenshot.isEmpty() || options->read || !options->restoreBackup.isEmpty();
+        = DrawsNowhere() || !options->screenshot.isEmpty() || options->read || options->info
+          || !options->restoreBackup.isEmpty();
     halvane::UnattendedDialogs dialogs;
     if (unattended)
         app.installEventFilter(&dialogs);
 
-    // The panel draws its own title bar: the window has no other.
-    QWidget window(nullptr, Qt::FramelessWindowHint);
-    window.setWindowTitle(QStringLiteral("Halvane"));
-    Tessaly panel(&window);
-    window.setFixedSize(panel.size());
     // A port that stands in the way is told on the command line and, with a
     // person there, in a box.
     const auto fail = [unattended](const QString& failure) {
@@ -80,11 +82,21 @@ int main(int argc, char** argv)
             return fail(failure);
         chosen.port = *node;
     }
+    if (options->info)
+        return halvane::PrintIdentity(chosen);
+
+    // The panel draws its own title bar: the window has no other.
+    QWidget window(nullptr, Qt::FramelessWindowHint);
+    window.setWindowTitle(QStringLiteral("Halvane"));
+    Tessaly panel(&window);
+    window.setFixedSize(panel.size());
     const std::unique_ptr<halvane::Handset> handset = halvane::OpenHandset(chosen, panel, unattended, failure);
     if (!handset)
         return fail(failure);
     if (!options->restoreBackup.isEmpty())
-        return halvane::RestoreFromBackup(options->restoreBackup, *handset);
+        return halvane::RestoreFromBackup(options->restoreBackup, *handset, options->allItems);
+    if (options->read && options->allItems)
+        return halvane::SaveFullBackup(chosen, *handset);
     if (options->read)
         return halvane::ReadToBackup(*handset);
 

@@ -4,8 +4,10 @@
 // model (--model, or the state file's "handset" fields) says what it says of
 // itself and which commands it knows (HandsetAnswers.h); switches make the
 // faults of real handsets and lines (Faults.h), or mix them at random from a
-// seed (--chaos).
+// seed (--chaos); --latency and --queue make a handset behind USB
+// (DelayedReplies.h).
 #include "Chaos.h"
+#include "DelayedReplies.h"
 #include "Faults.h"
 #include "HandsetAnswers.h"
 #include "HandsetProfile.h"
@@ -29,28 +31,16 @@ using namespace tessaly;
 
 namespace {
 
-void WriteAll(int fd, const QByteArray& bytes)
-{
-    for (qsizetype done = 0; done < bytes.size();) {
-        const ssize_t n = ::write(fd, bytes.constData() + done, size_t(bytes.size() - done));
-        if (n <= 0)
-            return;
-        done += n;
-    }
-}
-
-// Sends `payload` as `plan` says.
-void Deliver(int fd, QByteArray payload, const emu::ReplyPlan& plan)
+// The bytes that go out for `payload` as `plan` says, after its delay.
+QByteArray Deliver(QByteArray payload, const emu::ReplyPlan& plan)
 {
     if (plan.garbledRead && uint8_t(payload[0]) == link::CmdNvRead && payload.size() == link::NvPacketSize)
         payload[130] = char(payload[130] ^ 0xA5); // the last data byte
     std::this_thread::sleep_for(plan.delay);
-    if (plan.eventFirst)
-        WriteAll(fd, link::EncodeFrame(QByteArray::fromHex("6000ff")));
     QByteArray frame = link::EncodeFrame(payload);
     if (plan.badCrc)
         frame[frame.size() - 2] = char(frame[frame.size() - 2] ^ 0x01);
-    WriteAll(fd, frame);
+    return plan.eventFirst ? link::EncodeFrame(QByteArray::fromHex("6000ff")) + frame : frame;
 }
 
 // Opens a pseudo-terminal in raw mode and gives its controlling side; the
@@ -93,7 +83,9 @@ int main(int argc, char** argv)
     const QCommandLineOption garble(QStringLiteral("garble"), QStringLiteral("Keep other bytes than were written to NV <item>."), QStringLiteral("item"), QStringLiteral("-1"));
     const QCommandLineOption late(QStringLiteral("late"), QStringLiteral("Answer request <n> only after <ms>."), QStringLiteral("n:ms"), QStringLiteral("0:0"));
     const QCommandLineOption chaos(QStringLiteral("chaos"), QStringLiteral("Make the faults at random, from <seed>."), QStringLiteral("seed"));
-    options.addOptions({state, model, spc, slow, badCrc, events, dead, garble, late, chaos});
+    const QCommandLineOption latency(QStringLiteral("latency"), QStringLiteral("Send each reply <us> microseconds after its request, taking further requests meanwhile."), QStringLiteral("us"), QStringLiteral("0"));
+    const QCommandLineOption queue(QStringLiteral("queue"), QStringLiteral("With --latency, hold <n> requests at most; drop the rest."), QStringLiteral("n"), QStringLiteral("4"));
+    options.addOptions({state, model, spc, slow, badCrc, events, dead, garble, late, chaos, latency, queue});
     options.process(app);
     if (!options.isSet(state)) {
         std::fprintf(stderr, "tessaly-emu: --state FILE is needed\n");
@@ -123,11 +115,14 @@ int main(int argc, char** argv)
     if (options.isSet(chaos))
         schedule = std::make_unique<emu::ChaosSchedule>(options.value(chaos).toUInt());
     emu::HandsetAnswers handset(memory, *profile, options.value(spc), options.value(garble).toInt());
+    DelayedReplies delayed(master, std::chrono::microseconds(options.value(latency).toInt()),
+                           size_t(std::max(1, options.value(queue).toInt())));
 
     link::FrameDecoder decoder;
     int requests = 0;
     char buffer[4096];
     while (true) {
+        delayed.awaitInput();
         const ssize_t n = ::read(master, buffer, sizeof buffer);
         if (n <= 0) {
             std::this_thread::sleep_for(std::chrono::milliseconds(20));
@@ -138,10 +133,10 @@ int main(int argc, char** argv)
             if (request.isEmpty())
                 continue;
             const emu::ReplyPlan plan = schedule ? schedule->next(emu::ChaosSchedule::Clock::now()) : faults.planFor(requests);
-            if (plan.silent)
+            if (plan.silent || !delayed.admit())
                 continue;
             if (const std::optional<QByteArray> reply = handset.answer(request))
-                Deliver(master, *reply, plan);
+                delayed.send(Deliver(*reply, plan));
         }
     }
 }

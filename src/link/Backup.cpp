@@ -2,6 +2,7 @@
 
 #include "link/DiagPackets.h"
 #include "model/Catalogue.h"
+#include "model/Xqcn.h"
 
 #include <tessaly/TessalyError.h>
 
@@ -36,35 +37,80 @@ QString BackupFolder()
 
 QString Backup::save(const QString& folder) const
 {
-    const QString stem = QDir(folder).filePath(esn + QLatin1Char('-') + time.toString(QStringLiteral("yyyyMMdd-HHmmss")));
+    const QString stem = QDir(folder).filePath(esn + QLatin1Char('-') + time.toString(QStringLiteral("yyyyMMdd-HHmmss"))
+                                               + (full ? QStringLiteral("-full") : QString()));
     QString path = stem + QStringLiteral(".json");
     for (int n = 2; QFile::exists(path); ++n) // never over an earlier one
         path = stem + QStringLiteral("-%1.json").arg(n);
-    const model::NvFile file{model::NvFileKind::Backup,
-                             {{"esn", esn}, {"meid", meid}, {"time", time.toString(Qt::ISODate)}},
-                             items};
-    if (const QString problem = model::WriteNvFile(path, file); !problem.isEmpty())
+    if (const QString problem = model::WriteNvFile(path, file()); !problem.isEmpty())
         throw TessalyError(errBackupUnwritable, QStringLiteral("The backup %1 could not be written: %2.").arg(path, problem));
     return path;
 }
 
+model::NvFile Backup::file() const
+{
+    return {full ? model::NvFileKind::FullBackup : model::NvFileKind::Backup,
+            {{"esn", esn}, {"meid", meid}, {"time", time.toString(Qt::ISODate)}},
+            items};
+}
+
 Backup Backup::Load(const QString& path)
 {
+    if (path.endsWith(QLatin1String(".xqcn"), Qt::CaseInsensitive)) {
+        QFile source(path);
+        std::vector<model::NvEntry> items;
+        const QString problem = !source.open(QIODevice::ReadOnly)
+            ? QStringLiteral("it cannot be read: %1").arg(source.errorString())
+            : model::ReadXqcn(source.readAll(), IndexedItems(), items);
+        if (!problem.isEmpty())
+            throw TessalyError(errBackupUnreadable, QStringLiteral("The XQCN file %1 is refused: %2.").arg(path, problem));
+        return FromItems(std::move(items));
+    }
     model::NvFile file;
-    if (const QString problem = model::ReadNvFile(path, model::NvFileKind::Backup, file); !problem.isEmpty())
+    if (const QString problem
+        = model::ReadNvFile(path, {model::NvFileKind::Backup, model::NvFileKind::FullBackup}, file);
+        !problem.isEmpty())
         throw TessalyError(errBackupUnreadable, QStringLiteral("The backup %1 is refused: %2.")
                                                     .arg(path, problem));
     const auto text = [&](const char* key) { return file.fields[QLatin1String(key)].toString(); };
-    return {text("esn"), text("meid"), QDateTime::fromString(text("time"), Qt::ISODate), std::move(file.entries)};
+    return {text("esn"), text("meid"), QDateTime::fromString(text("time"), Qt::ISODate), std::move(file.entries),
+            file.kind == model::NvFileKind::FullBackup};
+}
+
+Backup Backup::FromItems(std::vector<model::NvEntry> items)
+{
+    Backup backup;
+    backup.full = true;
+    backup.time = QDateTime::currentDateTime();
+    for (const model::NvEntry& entry : items) {
+        if (entry.address == model::NvAddress{EsnItem, -1})
+            backup.esn = IdentityHex(entry.data, 4);
+        if (entry.address == model::NvAddress{MeidItem, -1})
+            backup.meid = IdentityHex(entry.data, 7);
+    }
+    backup.items = std::move(items);
+    return backup;
+}
+
+std::set<uint16_t> IndexedItems()
+{
+    std::set<uint16_t> indexed;
+    for (const model::NvAddress& address : model::Catalogue::BuiltIn().addresses())
+        if (address.index >= 0)
+            indexed.insert(address.item);
+    return indexed;
 }
 
 namespace {
 
-// Why an entry of a backup is not written, or an empty string.
-QString SkipReason(const model::NvEntry& entry, NvStatus onHandset)
+// Why an entry of a backup is not written, or an empty string. `known`: the
+// item numbers of the catalogue.
+QString SkipReason(const model::NvEntry& entry, NvStatus onHandset, const std::set<uint16_t>* known)
 {
     if (const QString protection = model::Catalogue::BuiltIn().protection(entry.address.item); !protection.isEmpty())
         return protection;
+    if (known && !known->count(entry.address.item))
+        return QStringLiteral("unknown to the catalogue: written only with --all-items");
     if (entry.status != NvStatus::Done)
         return QStringLiteral("kept with the status: %1").arg(NvStatusText(uint16_t(entry.status)));
     if (model::Lacks(onHandset))
@@ -74,12 +120,20 @@ QString SkipReason(const model::NvEntry& entry, NvStatus onHandset)
 
 } // namespace
 
-bool RestoreBackup(const Backup& backup, LiveNvMemory& memory, const std::function<void(const QString&)>& tell)
+bool RestoreBackup(const Backup& backup, LiveNvMemory& memory, const std::function<void(const QString&)>& tell,
+                   bool allItems)
 {
     std::vector<model::NvAddress> addresses = model::Catalogue::BuiltIn().addresses();
+    std::set<uint16_t> known;
+    std::set<model::NvAddress> listed(addresses.begin(), addresses.end());
+    for (const model::NvAddress& address : addresses)
+        known.insert(address.item);
     for (const model::NvEntry& entry : backup.items)
-        if (std::find(addresses.begin(), addresses.end(), entry.address) == addresses.end())
+        if (listed.insert(entry.address).second)
             addresses.push_back(entry.address);
+    if (backup.esn.isEmpty())
+        throw TessalyError(errOtherHandset, QStringLiteral("The backup holds no ESN (NV item 0), so the handset it "
+                                                           "was taken from cannot be told."));
     model::NvImage now;
     std::map<model::NvAddress, NvStatus> statuses;
     for (const model::NvAddress& address : addresses) {
@@ -107,7 +161,8 @@ bool RestoreBackup(const Backup& backup, LiveNvMemory& memory, const std::functi
         const QString name = Describe(entry.address);
         if (!stopped.isEmpty()) {
             tell(name + QStringLiteral(": not written (%1)").arg(stopped));
-        } else if (const QString reason = SkipReason(entry, statuses[entry.address]); !reason.isEmpty()) {
+        } else if (const QString reason = SkipReason(entry, statuses[entry.address], allItems ? nullptr : &known);
+                   !reason.isEmpty()) {
             tell(name + QStringLiteral(": skipped (%1)").arg(reason));
         } else if (now[entry.address] == entry.data) {
             tell(name + QStringLiteral(": unchanged"));

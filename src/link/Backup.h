@@ -1,8 +1,9 @@
 // Backups of a live handset's NV memory: every NV Read saves one, an NV file
 // of the backup kind (model/NvFile.h) with the handset's ESN and MEID, the
-// time, and every item with its bytes and status. A backup is never written
-// over. Restoring one checks that it was taken from this handset, keeps a
-// backup of what the handset holds first, and tells each item's outcome.
+// time, and every item with its bytes and status; a full backup
+// (link/ItemScan.h) is of the full kind. A backup is never written over.
+// Restoring one checks that it was taken from this handset, keeps a backup of
+// what the handset holds first, and tells each item's outcome.
 #pragma once
 
 #include "link/LiveNvMemory.h"
@@ -12,6 +13,7 @@
 #include <QStringList>
 
 #include <functional>
+#include <set>
 
 namespace tessaly::link {
 
@@ -20,14 +22,25 @@ struct Backup {
     QString meid; // hexadecimal
     QDateTime time;
     std::vector<model::NvEntry> items;
+    bool full = false; // every item number of a range, not the catalogue's items
 
-    // Saves into `folder` under a name of its own, "<ESN>-<time>.json"; gives
-    // the file's path. Throws TessalyError when it cannot be written.
+    // Saves into `folder` under a name of its own, "<ESN>-<time>.json" or for
+    // a full backup "<ESN>-<time>-full.json"; gives the file's path. Throws
+    // TessalyError when it cannot be written.
     QString save(const QString& folder) const;
+    // The backup as an NV file, for a name of the caller's choosing.
+    model::NvFile file() const;
+    // Reads a backup of either kind, or an XQCN file (model/Xqcn.h, by its
+    // extension .xqcn), whose identity is that of its ESN and MEID items.
     // Throws TessalyError naming what is wrong with the file: any entry out
     // of range or of a wrong kind refuses the whole file.
     static Backup Load(const QString& path);
+    // A full backup of `items`, its identity from their ESN and MEID.
+    static Backup FromItems(std::vector<model::NvEntry> items);
 };
+
+// The items that the catalogue says are kept once per NAM or per profile.
+std::set<uint16_t> IndexedItems();
 
 // The folder of the backups in the user's data folder.
 QString BackupFolder();
@@ -40,11 +53,13 @@ QString IdentityHex(const model::NvData& data, int bytes);
 // it was taken from. First every item is read, the ESN and MEID compared, and
 // what the handset holds kept as a backup of its own (see
 // LiveNvMemory::setBackupFolder); then each item is written unless the
-// catalogue protects it or the handset lacks it. `tell` gets one line per
+// catalogue protects it, the handset lacks it, or the catalogue does not know
+// it and `allItems` is not given. `tell` gets one line per
 // item, as it happens: restored (written and read back the same), unchanged,
 // skipped, refused; when the link fails, the rest are told as not written.
 // Gives whether every item that was to be written was. Throws TessalyError
 // when nothing could be written at all.
-bool RestoreBackup(const Backup& backup, LiveNvMemory& memory, const std::function<void(const QString&)>& tell);
+bool RestoreBackup(const Backup& backup, LiveNvMemory& memory, const std::function<void(const QString&)>& tell,
+                   bool allItems = false);
 
 } // namespace tessaly::link

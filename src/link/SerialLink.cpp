@@ -6,6 +6,7 @@
 
 #include <tessaly/TessalyError.h>
 
+#include <QCoreApplication>
 #include <QDeadlineTimer>
 #include <QFile>
 #include <QEventLoop>
@@ -102,6 +103,38 @@ QByteArray SerialLink::transact(const QByteArray& request, bool indexed)
                                    .arg(m_replyTime.count()));
         }
     }
+}
+
+void SerialLink::send(const QByteArray& request)
+{
+    m_port.write(EncodeFrame(request));
+    m_port.flush();
+}
+
+// A scan waits for tens of thousands of replies, each far quicker than a turn
+// of an event loop: it waits on the port itself, in slices, and between them
+// serves the application's events but the user's, so that windows keep
+// painting.
+std::vector<QByteArray> SerialLink::receive(std::chrono::milliseconds within, int& damaged)
+{
+    constexpr std::chrono::milliseconds Slice(20);
+    const QDeadlineTimer deadline(within);
+    const auto slice = [&] { return int(std::min<qint64>(Slice.count(), std::max<qint64>(0, deadline.remainingTime()))); };
+    while (m_port.bytesAvailable() == 0 && !m_port.waitForReadyRead(slice())) {
+        if (m_port.error() == QSerialPort::ResourceError)
+            throw TessalyError(errPortUnavailable, QStringLiteral("The port %1 was lost: %2. Plug the handset in again.")
+                                                       .arg(m_name, m_port.errorString()));
+        m_port.clearError();
+        if (deadline.hasExpired())
+            break;
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+    }
+    const int before = m_decoder.rejected();
+    std::vector<QByteArray> frames;
+    if (m_port.bytesAvailable() > 0)
+        frames = m_decoder.feed(m_port.readAll());
+    damaged = m_decoder.rejected() - before;
+    return frames;
 }
 
 // Whatever came in since the last reply, and any frame begun, is stale.

@@ -35,6 +35,15 @@ public:
     // TessalyError.
     QByteArray transact(const QByteArray& request, bool indexed = false);
 
+    // For a caller that keeps several requests on the line (link/Pipeline.h):
+    // sends `request` without waiting for its reply.
+    void send(const QByteArray& request);
+    // The frames that came within `within`, none when the handset stayed
+    // silent; `damaged` counts the frames dropped for a bad CRC meanwhile.
+    // It waits on the port without an event loop, serving the application's
+    // events but the user's every 20 ms, so that windows keep painting.
+    std::vector<QByteArray> receive(std::chrono::milliseconds within, int& damaged);
+
 private:
     enum class Wait { Answered, Silent, Damaged };
     Wait awaitReply(const QByteArray& request, bool indexed, QByteArray& reply);

@@ -19,7 +19,12 @@ constexpr int FormatVersion = 1;
 
 QLatin1String FormatName(NvFileKind kind)
 {
-    return kind == NvFileKind::Memory ? QLatin1String("Halvane NV memory") : QLatin1String("Halvane NV backup");
+    switch (kind) {
+    case NvFileKind::Memory: return QLatin1String("Halvane NV memory");
+    case NvFileKind::Backup: return QLatin1String("Halvane NV backup");
+    case NvFileKind::FullBackup: return QLatin1String("Halvane NV full backup");
+    }
+    return {};
 }
 
 QString Hex(const NvData& data)
@@ -82,6 +87,11 @@ QString Entries(const QJsonValue& items, std::vector<NvEntry>& entries)
 
 QString ReadNvFile(const QString& path, NvFileKind kind, NvFile& file)
 {
+    return ReadNvFile(path, {kind}, file);
+}
+
+QString ReadNvFile(const QString& path, std::initializer_list<NvFileKind> kinds, NvFile& file)
+{
     QFile source(path);
     if (!source.open(QIODevice::ReadOnly))
         return QStringLiteral("it cannot be read: %1").arg(source.errorString());
@@ -90,15 +100,19 @@ QString ReadNvFile(const QString& path, NvFileKind kind, NvFile& file)
     if (document.isNull())
         return QStringLiteral("it is not JSON: %1 at byte %2").arg(error.errorString()).arg(error.offset);
     QJsonObject root = document.object();
-    if (root[QLatin1String("format")].toString() != FormatName(kind)
-        || root[QLatin1String("version")].toInt() != FormatVersion)
-        return QStringLiteral("it is not a file of the format \"%1\", version %2").arg(FormatName(kind)).arg(FormatVersion);
+    const auto kind = std::find_if(kinds.begin(), kinds.end(), [&](NvFileKind candidate) {
+        return root[QLatin1String("format")].toString() == FormatName(candidate);
+    });
+    if (kind == kinds.end() || root[QLatin1String("version")].toInt() != FormatVersion)
+        return QStringLiteral("it is not a file of the format \"%1\", version %2")
+            .arg(FormatName(*kinds.begin()))
+            .arg(FormatVersion);
     std::vector<NvEntry> entries;
     if (const QString problem = Entries(root.take(QLatin1String("items")), entries); !problem.isEmpty())
         return problem;
     root.remove(QLatin1String("format"));
     root.remove(QLatin1String("version"));
-    file = NvFile{kind, root, std::move(entries)};
+    file = NvFile{*kind, root, std::move(entries)};
     return {};
 }
 

@@ -14,16 +14,21 @@
 #include <QJsonObject>
 #include <QString>
 
+#include <initializer_list>
 #include <vector>
 
 namespace tessaly::model {
 
-enum class NvFileKind { Memory, Backup };
+// A backup holds what one NV Read gave, the catalogue's items; a full backup
+// every item a scan of the item numbers found on the handset.
+enum class NvFileKind { Memory, Backup, FullBackup };
 
 struct NvEntry {
     NvAddress address;
     NvStatus status = NvStatus::Done;
     NvData data{};
+
+    bool operator==(const NvEntry&) const = default;
 };
 
 struct NvFile {
@@ -37,6 +42,8 @@ struct NvFile {
 // missing, not hexadecimal or longer than 128 bytes, an unknown status, an
 // item listed twice), or an empty string when `file` holds it.
 QString ReadNvFile(const QString& path, NvFileKind kind, NvFile& file);
+// The same for a file of any of `kinds`; `file` says which it was.
+QString ReadNvFile(const QString& path, std::initializer_list<NvFileKind> kinds, NvFile& file);
 
 // Writes `file` to `path` at once, mode 0600; an earlier file stays whole when
 // the write fails. Gives what went wrong, or an empty string.

@@ -1,0 +1,84 @@
+#include "Convert.h"
+
+#include "link/Backup.h"
+#include "model/Xqcn.h"
+
+#include <tessaly/TessalyError.h>
+
+#include <QFileInfo>
+#include <QSaveFile>
+
+#include <cstdio>
+
+namespace halvane {
+
+using namespace tessaly;
+
+namespace {
+
+enum class Kind { Json, Xqcn, Other };
+
+Kind KindOf(const QString& path)
+{
+    const QString suffix = QFileInfo(path).suffix().toLower();
+    return suffix == QLatin1String("json") ? Kind::Json : suffix == QLatin1String("xqcn") ? Kind::Xqcn : Kind::Other;
+}
+
+// The items of an NV file of any kind: a backup, a full one, or a simulated
+// handset's memory.
+std::vector<model::NvEntry> ReadJson(const QString& path)
+{
+    model::NvFile file;
+    const QString problem = model::ReadNvFile(
+        path, {model::NvFileKind::Backup, model::NvFileKind::FullBackup, model::NvFileKind::Memory}, file);
+    if (!problem.isEmpty())
+        throw TessalyError(0, QStringLiteral("%1 is refused: %2.").arg(path, problem));
+    return std::move(file.entries);
+}
+
+QString WriteXqcnFile(const QString& path, const std::vector<model::NvEntry>& items)
+{
+    // Mode 0600 as every NV file: the items hold passwords.
+    QSaveFile out(path);
+    if (!out.open(QIODevice::WriteOnly) || !out.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner)
+        || out.write(model::WriteXqcn(items)) < 0 || !out.commit())
+        return out.errorString().isEmpty() ? QStringLiteral("it cannot be written") : out.errorString();
+    return {};
+}
+
+} // namespace
+
+int Convert(const QString& from, const QString& to)
+{
+    const Kind in = KindOf(from);
+    const Kind out = KindOf(to);
+    if (in == Kind::Other || out == Kind::Other || in == out) {
+        std::fprintf(stderr, "halvane: --convert goes from .json to .xqcn or from .xqcn to .json, by the files' "
+                             "extensions\n");
+        return 2;
+    }
+    if (QFileInfo::exists(to)) {
+        std::fprintf(stderr, "halvane: %s is there already; it is not written over\n", qPrintable(to));
+        return 1;
+    }
+    try {
+        QString problem;
+        if (in == Kind::Json) {
+            problem = WriteXqcnFile(to, ReadJson(from));
+        } else {
+            link::Backup backup = link::Backup::Load(from);
+            problem = model::WriteNvFile(to, backup.file());
+        }
+        if (!problem.isEmpty()) {
+            std::fprintf(stderr, "halvane: %s could not be written: %s\n", qPrintable(to), qPrintable(problem));
+            return 1;
+        }
+    } catch (const TessalyError& error) {
+        std::fprintf(stderr, "halvane: %s Nothing was written.\n", qPrintable(error.description()));
+        return 1;
+    }
+    std::printf("%s\n", qPrintable(to));
+    return 0;
+}
+
+} // namespace halvane

@@ -1,0 +1,13 @@
+// halvane --convert IN OUT: an NV file (.json) to an XQCN file (.xqcn) or back.
+#pragma once
+
+#include <QString>
+
+namespace halvane {
+
+// Converts `from` into `to`, which must not be there yet, by their
+// extensions. A file refused, or any fault, is told on standard error and
+// nothing is written. Gives the exit status.
+int Convert(const QString& from, const QString& to);
+
+} // namespace halvane

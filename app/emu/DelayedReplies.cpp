@@ -1,0 +1,68 @@
+#include "DelayedReplies.h"
+
+#include <poll.h>
+#include <unistd.h>
+
+namespace {
+
+void WriteAll(int fd, const QByteArray& bytes)
+{
+    for (qsizetype done = 0; done < bytes.size();) {
+        const ssize_t n = ::write(fd, bytes.constData() + done, size_t(bytes.size() - done));
+        if (n <= 0)
+            return;
+        done += n;
+    }
+}
+
+} // namespace
+
+DelayedReplies::DelayedReplies(int fd, std::chrono::microseconds latency, size_t queue)
+    : m_fd(fd)
+    , m_latency(latency)
+    , m_queue(queue)
+{
+}
+
+void DelayedReplies::awaitInput()
+{
+    while (true) {
+        sendDue();
+        pollfd input{m_fd, POLLIN, 0};
+        if (m_held.empty()) {
+            ::poll(&input, 1, -1);
+            return;
+        }
+        const auto wait = std::chrono::duration_cast<std::chrono::nanoseconds>(m_held.front().due - Clock::now());
+        const timespec timeout{time_t(std::max<int64_t>(0, wait.count()) / 1000000000),
+                               long(std::max<int64_t>(0, wait.count()) % 1000000000)};
+        if (::ppoll(&input, 1, &timeout, nullptr) > 0 && (input.revents & POLLIN))
+            return;
+    }
+}
+
+bool DelayedReplies::admit() const
+{
+    return m_latency.count() == 0 || m_held.size() < m_queue;
+}
+
+void DelayedReplies::send(const QByteArray& reply)
+{
+    if (m_latency.count() == 0) {
+        WriteAll(m_fd, reply);
+        return;
+    }
+    m_held.push_back({Clock::now() + m_latency, reply});
+}
+
+void DelayedReplies::sendDue()
+{
+    QByteArray due;
+    const Clock::time_point now = Clock::now();
+    while (!m_held.empty() && m_held.front().due <= now) {
+        due += m_held.front().reply;
+        m_held.pop_front();
+    }
+    if (!due.isEmpty())
+        WriteAll(m_fd, due);
+}

@@ -1,0 +1,238 @@
+// halvane's full backup against tessaly-emu: every item number read, items
+// beyond the catalogue kept with every byte and restored to a fresh handset
+// of the same identity, directly and through XQCN; a line that dies half-way
+// keeps nothing; damaged files of each kind are refused whole.
+#include "link/ItemScan.h"
+#include "model/Catalogue.h"
+#include "model/NvFile.h"
+#include "model/Xqcn.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QProcess>
+#include <QRegularExpression>
+
+#include <set>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+using namespace tessaly::model;
+
+namespace {
+
+struct Outcome {
+    int status = -1;
+    QString out;
+    QString err;
+};
+
+using Items = std::map<NvAddress, NvEntry>;
+
+NvEntry Held(NvAddress address, std::initializer_list<uint8_t> head, uint8_t last = 0)
+{
+    NvEntry entry{address, NvStatus::Done, {}};
+    std::copy(head.begin(), head.end(), entry.data.begin());
+    entry.data[127] = last;
+    return entry;
+}
+
+// A handset with the catalogue's items and some beyond it, near both ends of
+// the numbering, with trailing zero bytes and with a non-zero last byte.
+Items Original()
+{
+    Items items;
+    for (const auto& [address, data] : Catalogue::BuiltIn().factory())
+        items[address] = {address, NvStatus::Done, data};
+    for (const NvEntry& entry : {Held({1, -1}, {0x11}), Held({2, -1}, {}, 0x80), Held({4000, -1}, {0x40}),
+                                 Held({65533, -1}, {'a', 'b', 'c'}), Held({65535, -1}, {0x7E, 0x7D, 0xA5}, 0x01)})
+        items[entry.address] = entry;
+    items[{65534, -1}] = {{65534, -1}, NvStatus::NotValid, {}};
+    return items;
+}
+
+// A new handset of the same identity: factory values, the same items beyond
+// the catalogue but with zero bytes, except 4000, which it lacks.
+Items Fresh()
+{
+    Items items = Original();
+    for (auto& [address, entry] : items)
+        if (!Catalogue::BuiltIn().factory().count(address))
+            entry.data.fill(0);
+    items.erase({4000, -1});
+    return items;
+}
+
+// The items that differ between `a` and `b`, named, or an empty string.
+std::string Differences(const Items& a, const Items& b)
+{
+    std::set<NvAddress> addresses;
+    for (const Items* items : {&a, &b})
+        for (const auto& [address, entry] : *items)
+            addresses.insert(address);
+    QStringList differ;
+    for (const NvAddress& address : addresses)
+        if (!a.count(address) || !b.count(address) || !(a.at(address) == b.at(address)))
+            differ << Describe(address);
+    return differ.join(QLatin1String(", ")).toStdString();
+}
+
+class FullBackupTest : public ::testing::Test {
+protected:
+    void TearDown() override { stop(); }
+
+    QString start(const Items& items, const QStringList& faults = {})
+    {
+        stop();
+        NvFile file;
+        for (const auto& [address, entry] : items)
+            file.entries.push_back(entry);
+        EXPECT_EQ(WriteNvFile(state(), file), "");
+        emulator.start(QStringLiteral(TESSALY_EMU), QStringList{"--state", state()} + faults);
+        EXPECT_TRUE(emulator.waitForReadyRead(5000));
+        return QString::fromLocal8Bit(emulator.readLine()).trimmed();
+    }
+    void stop()
+    {
+        emulator.kill();
+        emulator.waitForFinished();
+    }
+
+    Outcome halvane(const QStringList& arguments)
+    {
+        QProcess process;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
+        environment.insert(QStringLiteral("XDG_DATA_HOME"), folder.filePath(QStringLiteral("data")));
+        process.setProcessEnvironment(environment);
+        process.start(QStringLiteral(HALVANE), arguments);
+        EXPECT_TRUE(process.waitForFinished(120000));
+        // Qt's word on a missing runtime folder is not halvane's.
+        static const QRegularExpression runtime(QStringLiteral("QStandardPaths:[^\n]*\n"));
+        return {process.exitCode(), QString::fromLocal8Bit(process.readAllStandardOutput()),
+                QString::fromLocal8Bit(process.readAllStandardError()).remove(runtime)};
+    }
+
+    QString state() const { return folder.filePath(QStringLiteral("handset.json")); }
+    QString file(const char* name) const { return folder.filePath(QLatin1String(name)); }
+    Items read(const QString& path, NvFileKind kind) const
+    {
+        NvFile nv;
+        EXPECT_EQ(ReadNvFile(path, kind, nv), "");
+        Items items;
+        for (const NvEntry& entry : nv.entries)
+            items[entry.address] = entry;
+        return items;
+    }
+    QStringList backups() const
+    {
+        const QDir dir(folder.filePath(QStringLiteral("data/Halvane/backups")));
+        QStringList paths;
+        for (const QString& name : dir.entryList(QDir::Files, QDir::Name))
+            paths << dir.filePath(name);
+        return paths;
+    }
+    // Restores `backup` to a fresh handset and gives what it holds then.
+    Items restoreToFresh(const QString& backup)
+    {
+        const QString port = start(Fresh());
+        const Outcome careful = halvane({"--port", port, "--restore-backup", backup});
+        EXPECT_EQ(careful.status, 0) << qPrintable(careful.err);
+        EXPECT_TRUE(careful.out.contains(
+            QLatin1String("NV item 65535: skipped (unknown to the catalogue: written only with --all-items)")))
+            << qPrintable(careful.out);
+        EXPECT_EQ(Differences(read(state(), NvFileKind::Memory), Fresh()), "") << "nothing beyond the catalogue written";
+
+        const Outcome all = halvane({"--port", port, "--restore-backup", backup, "--all-items"});
+        EXPECT_EQ(all.status, 0) << qPrintable(all.err);
+        EXPECT_TRUE(all.out.contains(QLatin1String("NV item 65535: restored"))) << qPrintable(all.out);
+        EXPECT_TRUE(all.out.contains(QLatin1String("NV item 4000: skipped (this handset: the item is inactive")))
+            << qPrintable(all.out);
+        return read(state(), NvFileKind::Memory);
+    }
+
+    QTemporaryDir folder;
+    QProcess emulator;
+};
+
+} // namespace
+
+TEST_F(FullBackupTest, EveryItemIsKeptAndRestoredToAFreshHandsetByteForByteDirectlyAndThroughXqcn)
+{
+    const Outcome run = halvane({"--port", start(Original()), "--read", "--all-items"});
+    ASSERT_EQ(run.status, 0) << qPrintable(run.err);
+    EXPECT_EQ(run.err, "") << "not on a terminal: no progress";
+    const QStringList lines = run.out.trimmed().split(QLatin1Char('\n'));
+    ASSERT_EQ(lines.size(), 2) << qPrintable(run.out);
+    const QString backup = lines[0];
+    EXPECT_EQ(backups(), QStringList{backup});
+    EXPECT_TRUE(backup.endsWith(QLatin1String("-full.json")));
+    EXPECT_EQ(QFileInfo(backup).permissions() & 0x0FFF, QFile::ReadUser | QFile::WriteUser) << "mode 0600";
+    Items kept = Original();
+    kept.erase({65534, -1}); // lacking: counted, not kept
+    EXPECT_TRUE(lines[1].startsWith(QStringLiteral("Items 0 to 65535: %1 held, %2 lacking")
+                                        .arg(kept.size())
+                                        .arg(tessaly::link::ScanAddresses(0, 65535).size() - kept.size())))
+        << qPrintable(lines[1]);
+    EXPECT_EQ(Differences(read(backup, NvFileKind::FullBackup), kept), "");
+
+    // Through XQCN and back: the same items, bytes and statuses.
+    ASSERT_EQ(halvane({"--convert", backup, file("backup.xqcn")}).status, 0);
+    ASSERT_EQ(halvane({"--convert", file("backup.xqcn"), file("back.json")}).status, 0);
+    EXPECT_EQ(Differences(read(file("back.json"), NvFileKind::FullBackup), kept), "");
+    EXPECT_EQ(QFileInfo(file("backup.xqcn")).permissions() & 0x0FFF, QFile::ReadUser | QFile::WriteUser);
+
+    Items expected = Original();
+    expected.erase({4000, -1}); // the fresh handset lacks it: never written
+    EXPECT_EQ(Differences(restoreToFresh(backup), expected), "");
+    EXPECT_EQ(Differences(restoreToFresh(file("backup.xqcn")), expected), "");
+}
+
+TEST_F(FullBackupTest, LineDyingHalfWayKeepsNothingAndTellsWhereItStopped)
+{
+    const Outcome run
+        = halvane({"--port", start(Original(), {"--dead-after", "3000"}), "--read", "--all-items", "--reply-time", "100"});
+    EXPECT_EQ(run.status, 1);
+    EXPECT_TRUE(run.err.contains(QLatin1String("halvane: The full backup stopped at NV item ")));
+    EXPECT_TRUE(run.err.contains(QLatin1String("does not answer")) && run.err.contains(QLatin1String("Nothing was kept")))
+        << qPrintable(run.err);
+    EXPECT_EQ(run.out, "");
+    EXPECT_TRUE(backups().isEmpty());
+}
+
+TEST_F(FullBackupTest, DamagedFileOfEitherKindIsRefusedWholeAndNothingIsWritten)
+{
+    NvFile nv;
+    for (const auto& [address, entry] : Original())
+        nv.entries.push_back(entry);
+    QByteArray xqcn = WriteXqcn(nv.entries);
+    // Item 0's record made one for item 65536.
+    xqcn.replace("88 00 01 00 00 00 00 00", "88 00 01 00 00 00 01 00");
+    QFile bad(file("bad.xqcn"));
+    ASSERT_TRUE(bad.open(QIODevice::WriteOnly));
+    bad.write(xqcn);
+    bad.close();
+    nv.kind = NvFileKind::FullBackup;
+    nv.entries.push_back({{70, 1}, NvStatus::Done, {}});
+    nv.entries.back().address.index = 300;
+    ASSERT_EQ(WriteNvFile(file("bad.json"), nv), "");
+
+    Outcome run = halvane({"--convert", file("bad.xqcn"), file("out.json")});
+    EXPECT_EQ(run.status, 1);
+    EXPECT_TRUE(run.err.contains(QLatin1String("NV_ITEM_ARRAY (line 6): its record 1 (byte 0) is for item 65536")))
+        << qPrintable(run.err);
+    run = halvane({"--convert", file("bad.json"), file("out.xqcn")});
+    EXPECT_EQ(run.status, 1);
+    EXPECT_TRUE(run.err.contains(QStringLiteral("is refused: its entry %1").arg(nv.entries.size())))
+        << qPrintable(run.err);
+    EXPECT_FALSE(QFileInfo::exists(file("out.json")) || QFileInfo::exists(file("out.xqcn")));
+
+    const QString port = start(Fresh());
+    for (const char* name : {"bad.xqcn", "bad.json"}) {
+        run = halvane({"--port", port, "--restore-backup", file(name), "--all-items"});
+        EXPECT_EQ(run.status, 1);
+        EXPECT_TRUE(run.err.contains(QLatin1String("Nothing was written to the handset"))) << qPrintable(run.err);
+    }
+    EXPECT_EQ(Differences(read(state(), NvFileKind::Memory), Fresh()), "");
+    EXPECT_TRUE(backups().isEmpty()) << "refused before the handset was read";
+}

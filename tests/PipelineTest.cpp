@@ -1,0 +1,171 @@
+// Several requests on the line at once: replies that come in any order are
+// matched to their requests by item and index, and requests that a handset
+// with a short queue drops are asked again, the scan still complete and in
+// order.
+#include "link/ItemScan.h"
+#include "link/Pipeline.h"
+
+#include <tessaly/TessalyError.h>
+
+#include <QCoreApplication>
+#include <QProcess>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+#include <fcntl.h>
+#include <poll.h>
+#include <termios.h>
+#include <unistd.h>
+
+#include <atomic>
+#include <thread>
+
+using namespace tessaly;
+using namespace tessaly::link;
+using namespace std::chrono_literals;
+using model::NvAddress;
+
+namespace {
+
+// A handset on a pseudo-terminal of the test's own that answers each batch
+// of requests backwards: the first request of a batch gets the last reply.
+// Each reply's data carries the item's low byte after the index; the read of
+// item Guarded is refused.
+constexpr char Guarded = 13;
+
+class BackwardsHandset {
+public:
+    BackwardsHandset()
+    {
+        m_master = posix_openpt(O_RDWR | O_NOCTTY);
+        grantpt(m_master);
+        unlockpt(m_master);
+        m_path = QString::fromLocal8Bit(ptsname(m_master));
+        m_slave = ::open(ptsname(m_master), O_RDWR | O_NOCTTY);
+        termios raw{};
+        tcgetattr(m_slave, &raw);
+        cfmakeraw(&raw);
+        tcsetattr(m_slave, TCSANOW, &raw);
+        m_thread = std::thread([this] { serve(); });
+    }
+    ~BackwardsHandset()
+    {
+        m_stop = true;
+        m_thread.join();
+        ::close(m_slave);
+        ::close(m_master);
+    }
+    const QString& path() const { return m_path; }
+
+private:
+    void serve()
+    {
+        FrameDecoder decoder;
+        std::vector<QByteArray> batch;
+        char buffer[4096];
+        while (!m_stop) {
+            pollfd input{m_master, POLLIN, 0};
+            if (::poll(&input, 1, 20) > 0) {
+                const ssize_t n = ::read(m_master, buffer, sizeof buffer);
+                for (QByteArray& request : decoder.feed(QByteArrayView(buffer, std::max<ssize_t>(n, 0))))
+                    batch.push_back(std::move(request));
+                continue;
+            }
+            QByteArray replies; // the line went quiet: the batch is whole
+            for (auto request = batch.rbegin(); request != batch.rend(); ++request) {
+                QByteArray reply = *request;
+                reply[4] = reply[1]; // the item's low byte after the index
+                if (reply[1] == Guarded)
+                    reply = char(0x47) + *request; // refused for the handset's security
+                replies += EncodeFrame(reply);
+            }
+            batch.clear();
+            for (qsizetype done = 0; done < replies.size();)
+                done += std::max<ssize_t>(0, ::write(m_master, replies.constData() + done, size_t(replies.size() - done)));
+        }
+    }
+
+    int m_master = -1;
+    int m_slave = -1;
+    QString m_path;
+    std::atomic<bool> m_stop{false};
+    std::thread m_thread;
+};
+
+} // namespace
+
+TEST(Pipeline, RepliesInAnyOrderAreMatchedByItemAndIndex)
+{
+    BackwardsHandset handset;
+    SerialLink line(handset.path(), 1s);
+    // Both indexes of an indexed item among plain ones, so that an index
+    // taken from the wrong reply shows, and an item whose read is refused.
+    const std::vector<NvAddress> addresses{{10, -1}, {178, 0}, {178, 1}, {11, -1}, {13, -1}, {43, 1}, {43, 0}, {12, -1}};
+    std::vector<NvAddress> taken;
+    Pipeline(line, 4, 1s).read(addresses, [&](size_t position, const ItemAnswer& answer) {
+        EXPECT_EQ(position, taken.size()) << "given in the order asked";
+        const NvAddress address = addresses[position];
+        taken.push_back(address);
+        if (address.item == Guarded) {
+            EXPECT_TRUE(answer.refused.contains(QLatin1String("security mode"))) << qPrintable(answer.refused);
+            return;
+        }
+        EXPECT_EQ(answer.refused, "");
+        EXPECT_EQ(answer.reply.item, address.item);
+        EXPECT_EQ(answer.reply.data[0], address.index < 0 ? 0 : address.index);
+        EXPECT_EQ(answer.reply.data[1], uint8_t(address.item));
+    });
+    EXPECT_EQ(taken, addresses);
+}
+
+TEST(Pipeline, RequestsDroppedOrRepliesDamagedAreAskedAgainAndTheScanIsWholeAndInOrder)
+{
+    QTemporaryDir folder;
+    QProcess emulator;
+    // Damaged replies and event reports among them too.
+    emulator.start(QStringLiteral(TESSALY_EMU), {"--state", folder.filePath("handset.json"), "--latency", "2000",
+                                                  "--queue", "2", "--bad-crc", "7", "--events"});
+    ASSERT_TRUE(emulator.waitForReadyRead(5000));
+    SerialLink line(QString::fromLocal8Bit(emulator.readLine()).trimmed(), 1s);
+    ItemScan scan(line, 8, 1s);
+    size_t calls = 0;
+    bool ordered = true;
+    scan.setProgress([&](const ScanProgress& progress) { ordered = ordered && progress.done == ++calls; });
+    const Backup backup = scan.run(0, 149);
+    EXPECT_GT(scan.resent(), 0) << "8 on the way, 2 taken: requests were dropped";
+    EXPECT_TRUE(ordered);
+    EXPECT_EQ(calls, ScanAddresses(0, 149).size());
+    EXPECT_EQ(backup.items.size() + scan.lacking(), calls);
+    EXPECT_TRUE(std::is_sorted(backup.items.begin(), backup.items.end(),
+                               [](const auto& a, const auto& b) { return a.address < b.address; }));
+    EXPECT_EQ(backup.items.front().address, (NvAddress{0, -1}));
+    EXPECT_EQ(backup.esn, "8F3A21C4");
+    emulator.kill();
+    emulator.waitForFinished();
+}
+
+TEST(Pipeline, SilentHandsetStopsTheScanNamingTheItem)
+{
+    QTemporaryDir folder;
+    QProcess emulator;
+    emulator.start(QStringLiteral(TESSALY_EMU), {"--state", folder.filePath("handset.json"), "--dead-after", "100"});
+    ASSERT_TRUE(emulator.waitForReadyRead(5000));
+    SerialLink line(QString::fromLocal8Bit(emulator.readLine()).trimmed(), 100ms);
+    ItemScan scan(line, 4, 100ms);
+    try {
+        scan.run(0, 999);
+        ADD_FAILURE() << "the scan went through a dead line";
+    } catch (const TessalyError& error) {
+        // 100 answered: the MEID first, as the range leaves it out, then 99 of the range.
+        const std::vector<NvAddress> range = ScanAddresses(0, 999);
+        EXPECT_TRUE(error.description().startsWith(QStringLiteral("The full backup stopped at %1, with 99 of %2 items "
+                                                                  "read")
+                                                       .arg(model::Describe(range[99]))
+                                                       .arg(range.size())))
+            << qPrintable(error.description());
+        EXPECT_TRUE(error.description().contains(QLatin1String("does not answer")));
+    }
+    emulator.kill();
+    emulator.waitForFinished();
+}
