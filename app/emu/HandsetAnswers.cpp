@@ -152,7 +152,10 @@ QByteArray HandsetAnswers::nvItem(const QByteArray& request)
         return QByteArray(1, char(link::CmdBadSpcMode));
     const uint16_t item = uint16_t(uint8_t(request[1]) | uint8_t(request[2]) << 8);
     model::NvData data{};
-    std::copy_n(reinterpret_cast<const uint8_t*>(request.constData()) + 3, data.size(), data.begin());
+    // Byte by byte: GCC's bounds check under the sanitizers takes a pointer
+    // into the request for one into QByteArray's shared empty array.
+    for (size_t i = 0; i < data.size(); ++i)
+        data[i] = uint8_t(request.at(qsizetype(i) + 3));
     const model::NvStatus status = exchangeItem(write, item, data);
     QByteArray reply = link::NvItemRequest(Command(request[0]), item, data);
     reply[131] = char(uint16_t(status) & 0xFF);
