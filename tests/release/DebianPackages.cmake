@@ -2,7 +2,7 @@
 # checks them with lintian, unpacks them into a scratch root and uses what
 # they hold: the programs, a host built against libtessaly-dev through CMake
 # and pkg-config, and the Designer plugin. Skipped where dpkg is not there.
-#   -DSOURCE_DIR (the checkout) -DWORK_DIR -DLIBDIR (lib/<arch>) -DVERSION
+#   -DSOURCE_DIR (the checkout) -DWORK_DIR -DVERSION
 include(${SOURCE_DIR}/tests/consumer/Hosts.cmake)
 
 foreach(tool dpkg-buildpackage dpkg-deb lintian)
@@ -12,6 +12,10 @@ foreach(tool dpkg-buildpackage dpkg-deb lintian)
         return()
     endif()
 endforeach()
+
+# The packages' library folder, whatever this build's prefix gave.
+run(dpkg-architecture -qDEB_HOST_MULTIARCH)
+string(STRIP "lib/${output}" libdir)
 
 file(REMOVE_RECURSE ${WORK_DIR}/root ${WORK_DIR}/hosts)
 # The packages' own tests are the ones this build has run already.
@@ -43,4 +47,4 @@ if(NOT signature STREQUAL "89504e470d0a1a0a")
     message(FATAL_ERROR "the packaged halvane --screenshot wrote no PNG: ${output}")
 endif()
 run(${bare} ${usr}/bin/tessaly-emu --help)
-tessaly_check_hosts(${usr} ${LIBDIR} ${WORK_DIR}/hosts)
+tessaly_check_hosts(${usr} ${libdir} ${WORK_DIR}/hosts)
