@@ -57,7 +57,12 @@ std::optional<Options> ParseOptions(const QCoreApplication& app)
     const auto restore = option("restore-backup", "Write the backup <file> back to the handset on --port, tell each "
                                                   "item's outcome and exit.",
                                 "file");
-    parser.process(app);
+    // A wrong option is bad usage, exit status 2; process() would exit with 1.
+    if (!parser.parse(QCoreApplication::arguments())) {
+        std::fprintf(stderr, "halvane: %s\n", qPrintable(parser.errorText()));
+        return {};
+    }
+    parser.process(app); // --help, --help-all and --version
 
     Options options{parser.value(screenshot), parser.value(page), parser.value(message), parser.value(edit),
                     parser.value(state), {}, parser.value(port), {}, parser.value(spc), parser.value(restore),

@@ -131,7 +131,12 @@ int main(int argc, char** argv)
     const QCommandLineOption garble(QStringLiteral("garble"), QStringLiteral("Keep other bytes than were written to NV <item>."), QStringLiteral("item"), QStringLiteral("-1"));
     const QCommandLineOption late(QStringLiteral("late"), QStringLiteral("Answer request <n> only after <ms>."), QStringLiteral("n:ms"), QStringLiteral("0:0"));
     options.addOptions({state, spc, slow, badCrc, events, dead, garble, late});
-    options.process(app);
+    // A wrong option is bad usage, exit status 2; process() would exit with 1.
+    if (!options.parse(QCoreApplication::arguments())) {
+        std::fprintf(stderr, "tessaly-emu: %s\n", qPrintable(options.errorText()));
+        return 2;
+    }
+    options.process(app); // --help and --help-all
     if (!options.isSet(state)) {
         std::fprintf(stderr, "tessaly-emu: --state FILE is needed\n");
         return 2;

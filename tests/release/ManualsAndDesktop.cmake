@@ -1,7 +1,8 @@
 # What a desktop reads of halvane: the menu entry and the metainfo pass their
 # validators, and every option the programs' --help lists is in their manual
 # pages and their bash completion, so an option added to a program and not
-# to these is caught.
+# to these is caught; a wrong option exits with the status they give for bad
+# usage.
 #   -DSOURCE_DIR -DMETAINFO -DHALVANE -DEMU
 set(wrong "")
 foreach(check "desktop-file-validate;${SOURCE_DIR}/data/halvane.desktop" "appstreamcli;validate;--no-net;${METAINFO}")
@@ -26,6 +27,11 @@ foreach(program halvane tessaly-emu)
     string(REGEX MATCHALL "\n +(-[a-zA-Z], )?--[a-z-]+" options "${help}")
     if(NOT options)
         string(APPEND wrong "\n${program} --help lists no options:\n${help}")
+    endif()
+    execute_process(COMMAND env QT_QPA_PLATFORM=offscreen ${binary} --no-such-option RESULT_VARIABLE status
+        OUTPUT_QUIET ERROR_QUIET)
+    if(NOT status EQUAL 2)
+        string(APPEND wrong "\n${program} --no-such-option exits with ${status}, not 2 for bad usage")
     endif()
     file(READ ${SOURCE_DIR}/data/man/${program}.1 page)
     # The words the completion offers for an option being typed.
