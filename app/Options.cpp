@@ -94,7 +94,12 @@ std::optional<Options> ParseOptions(const QCoreApplication& app)
                                 "in");
     parser.addPositionalArgument(QStringLiteral("OUT"), QStringLiteral("With --convert, the file to write."),
                                  QStringLiteral("[OUT]"));
-    parser.process(app);
+    // A wrong option is bad usage, exit status 2; process() would exit with 1.
+    if (!parser.parse(QCoreApplication::arguments())) {
+        std::fprintf(stderr, "halvane: %s\n", qPrintable(parser.errorText()));
+        return {};
+    }
+    parser.process(app); // --help, --help-all and --version
 
     Options options{parser.value(screenshot), parser.value(page), parser.value(message), parser.value(edit),
                     parser.value(state), {}, parser.value(port), {}, parser.value(spc), parser.value(restore),

@@ -86,7 +86,12 @@ int main(int argc, char** argv)
     const QCommandLineOption latency(QStringLiteral("latency"), QStringLiteral("Send each reply <us> microseconds after its request, taking further requests meanwhile."), QStringLiteral("us"), QStringLiteral("0"));
     const QCommandLineOption queue(QStringLiteral("queue"), QStringLiteral("With --latency, hold <n> requests at most; drop the rest."), QStringLiteral("n"), QStringLiteral("4"));
     options.addOptions({state, model, spc, slow, badCrc, events, dead, garble, late, chaos, latency, queue});
-    options.process(app);
+    // A wrong option is bad usage, exit status 2; process() would exit with 1.
+    if (!options.parse(QCoreApplication::arguments())) {
+        std::fprintf(stderr, "tessaly-emu: %s\n", qPrintable(options.errorText()));
+        return 2;
+    }
+    options.process(app); // --help and --help-all
     if (!options.isSet(state)) {
         std::fprintf(stderr, "tessaly-emu: --state FILE is needed\n");
         return 2;

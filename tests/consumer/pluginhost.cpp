@@ -21,7 +21,9 @@ int main(int argc, char** argv)
                 std::fprintf(stderr, "%s: %s\n", qPrintable(file), qPrintable(loader.errorString()));
                 continue;
             }
-            if (plugin->name() != QLatin1String("Tessaly") || plugin->includeFile() != QLatin1String("tessaly/Tessaly.h")
+            if (plugin->name() != QLatin1String("Tessaly"))
+                continue; // another library's widget
+            if (plugin->includeFile() != QLatin1String("tessaly/Tessaly.h")
                 || !plugin->domXml().contains(QLatin1String("class=\"Tessaly\"")) || plugin->icon().isNull())
                 return 2;
             QWidget form;
