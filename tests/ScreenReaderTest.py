@@ -1,0 +1,231 @@
+#!/usr/bin/python3
+"""halvane as a screen reader reads it, from outside, through the desktop's
+accessibility bus on an X server of the test's own.
+
+One run of halvane, opened on the NAM1 page with the phone number's editor
+open and the panel's message box over it, is read and worked the way a blind
+technician's reader does: the box is read and its OK pressed, the editor is
+found with the focus, NV Read is pressed and its progress read, and pages are
+chosen through the tree's selection, through a node's action and with the
+arrow keys. Usage: ScreenReaderTest.py HALVANE
+"""
+
+import os
+import sys
+import time
+
+sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "support"))
+from reader_session import SKIPPED, ReaderSession, missing_packages, wait_for  # noqa: E402
+
+MESSAGE = "LOCK_CODE would be changed according to MDN"
+COMMAND_BUTTONS = ["NV Read", "NV Write", "Exit", "Restore", "Minimize", "Close"]
+KEY_DOWN = 0xFF54  # the X keysym of the arrow key
+
+failures = []
+
+
+def expect(condition, what):
+    if not condition:
+        failures.append(what)
+        print("FAILED: " + what, flush=True)
+    return condition
+
+
+class Reader:
+    """What a screen reader asks of the bus, through pyatspi."""
+
+    def __init__(self, pyatspi):
+        self.atspi = pyatspi
+
+    def application(self, name):
+        desktop = self.atspi.Registry.getDesktop(0)
+        for index in range(desktop.childCount):
+            app = desktop.getChildAtIndex(index)
+            if app is not None and app.name == name and app.childCount > 0:
+                return app
+        return None
+
+    @staticmethod
+    def children(node):
+        node.clearCache()
+        return [child for child in (node.getChildAtIndex(i) for i in range(node.childCount)) if child is not None]
+
+    def states(self, node):
+        node.clearCache()
+        return set(node.getState().getStates())
+
+    def showing(self, node):
+        return self.atspi.STATE_SHOWING in self.states(node)
+
+    def descendants(self, node, stop_at=("table", "tree", "list")):
+        """Every object below `node`, not looking inside tables, trees and lists."""
+        found = []
+        for child in self.children(node):
+            found.append(child)
+            if child.getRoleName() not in stop_at:
+                found += self.descendants(child, stop_at)
+        return found
+
+    @staticmethod
+    def actions(node):
+        try:
+            action = node.queryAction()
+        except NotImplementedError:
+            return []
+        return [action.getName(i) for i in range(action.nActions)]
+
+    def act(self, node, name):
+        actions = self.actions(node)
+        if not expect(name in actions, "%s '%s' offers the action %s (it has %s)"
+                      % (node.getRoleName(), node.name, name, actions)):
+            return False
+        return node.queryAction().doAction(actions.index(name))
+
+    def find(self, root, role, name=None):
+        for node in self.descendants(root):
+            if node.getRoleName() == role and (name is None or node.name == name):
+                return node
+        return None
+
+    def focused(self, root):
+        for node in self.descendants(root, stop_at=()):
+            if self.atspi.STATE_FOCUSED in self.states(node):
+                return node
+        return None
+
+    def press_key(self, keysym):
+        self.atspi.Registry.generateKeyboardEvent(keysym, None, self.atspi.KEY_SYM)
+
+
+def read_message_box(reader, app):
+    box = wait_for("the message box", lambda: next(
+        (w for w in reader.children(app) if w.getRoleName() in ("dialog", "alert") and reader.showing(w)), None))
+    expect(box.description == MESSAGE, "the box's description is its text, not '%s'" % box.description)
+    expect(box.name == "Halvane", "the box is named after the application, not '%s'" % box.name)
+    shown = [child for child in reader.children(box) if reader.showing(child)]
+    buttons = [child for child in shown if child.getRoleName() == "push button"]
+    expect([b.name for b in buttons] == ["OK"],
+           "the box shows one button, OK, not %s" % [(c.getRoleName(), c.name) for c in shown])
+    expect(all(c.getRoleName() in ("image", "label", "push button") for c in shown),
+           "the box shows nothing but its picture, text and button: %s" % [c.getRoleName() for c in shown])
+    if buttons:
+        ok = buttons[0]
+        expect(reader.atspi.STATE_FOCUSED in reader.states(ok), "OK has the focus when the box opens")
+        reader.act(ok, "Press")
+    return box
+
+
+def read_editor(reader, window):
+    editor = wait_for("the phone number's editor to take the focus", lambda: reader.focused(window), 10)
+    expect(editor.getRoleName() == "text", "the focus is on a text editor, not a %s" % editor.getRoleName())
+    expect(editor.name.endswith(", VALUE1") and len(editor.name) > len(", VALUE1"),
+           "the editor is named after its item and column, not '%s'" % editor.name)
+
+
+def read_buttons_and_progress(reader, window):
+    for name in COMMAND_BUTTONS:
+        button = reader.find(window, "push button", name)
+        if expect(button is not None, "a push button named %s" % name):
+            expect("Press" in reader.actions(button), "%s can be pressed" % name)
+    bar = reader.find(window, "progress bar")
+    if not expect(bar is not None, "a progress bar"):
+        return
+    value = bar.queryValue()
+    expect(value.maximumValue == 100, "the bar counts to 100")
+    reader.act(reader.find(window, "push button", "NV Read"), "Press")
+    wait_for("NV Read to reach 100 %", lambda: bar.clearCache() or bar.queryValue().currentValue == 100, 30)
+
+
+def pages_on_view(reader, window):
+    return [table for table in reader.descendants(window)
+            if table.getRoleName() == "table" and reader.showing(table)]
+
+
+def expect_page(reader, window, node_name):
+    """Exactly one table shows, named after the node, with its titles."""
+    try:
+        tables = wait_for("the page %s" % node_name, lambda: (lambda shown: shown if [t.name for t in shown] == [
+            node_name] else None)(pages_on_view(reader, window)), 10)
+    except AssertionError:
+        expect(False, "one table showing, named %s, not %s" % (node_name,
+                                                                [t.name for t in pages_on_view(reader, window)]))
+        return
+    table = tables[0].queryTable()
+    expect(table.nRows > 0 and table.nColumns > 0, "the page %s has values" % node_name)
+    titles = [table.getRowHeader(row).name if table.getRowHeader(row) else "" for row in range(table.nRows)]
+    expect(all(titles), "every row of %s has its item's title as header: %s" % (node_name, titles))
+    column = table.getColumnHeader(0)
+    expect(column is not None and column.name, "the value column of %s has a header" % node_name)
+    values = [table.getAccessibleAt(row, 0).name for row in range(table.nRows)]
+    expect(any(values), "the page %s shows values after NV Read: %s" % (node_name, values))
+
+
+def read_tree(reader, window):
+    tree = reader.find(window, "tree")
+    if not expect(tree is not None, "a tree of pages"):
+        return
+    nodes = reader.children(tree)
+    names = [node.name for node in nodes]
+    expect(all(node.getRoleName() in ("tree item", "table cell") for node in nodes) and "1" not in names,
+           "the tree's children are its nodes alone: %s" % [(n.getRoleName(), n.name) for n in nodes])
+    expect(len(nodes) == tree.queryTable().nRows, "one child for each row of the tree")
+    for node in nodes:
+        expect("Press" in reader.actions(node), "the node %s can be pressed: %s" % (node.name, reader.actions(node)))
+    parent = nodes[names.index("MIP Profile")]
+    expect(reader.atspi.STATE_EXPANDED in reader.states(parent), "MIP Profile tells it is expanded")
+    leaf = nodes[names.index("General")]
+    expect(reader.atspi.STATE_EXPANDABLE not in reader.states(leaf), "General has nothing to expand")
+
+    # Chosen through the tree's selection, as a reader's "select this node".
+    table = tree.queryTable()
+    table.addRowSelection(names.index("General"))
+    expect_page(reader, window, "General")
+    expect(table.isRowSelected(names.index("General")), "the selection holds General")
+
+    # Chosen by the node's action, as a click chooses it.
+    reader.act(nodes[names.index("System NAM2")], "Press")
+    expect_page(reader, window, "System NAM2")
+
+    # Chosen with the arrow keys, the tree having the focus.
+    tree.queryComponent().grabFocus()
+    wait_for("the tree to take the focus", lambda: reader.atspi.STATE_FOCUSED in reader.states(tree), 10)
+    reader.press_key(KEY_DOWN)
+    following = names[names.index("System NAM2") + 1]
+    expect_page(reader, window, following)
+    focused = reader.focused(tree)
+    expect(focused is not None and focused.name == following,
+           "the focus is on the node %s, not %s" % (following, focused and focused.name))
+
+
+def main():
+    missing = missing_packages()
+    if missing:
+        print("SKIPPED: reading through the accessibility bus needs the Debian packages " + ", ".join(missing)
+              + " (scripts/deps installs them)")
+        return SKIPPED
+    session = ReaderSession()
+    try:
+        session.become_reader()
+        import pyatspi
+        reader = Reader(pyatspi)
+        halvane = session.start([sys.argv[1], "--state", os.path.join(session.folder, "nv-memory.json"),
+                                 "--page", "System NAM1", "--edit", "3,1", "--message", MESSAGE])
+        app = wait_for("halvane on the accessibility bus", lambda: reader.application("Halvane"), 30)
+        box = read_message_box(reader, app)
+        wait_for("the box to close", lambda: box not in [w for w in reader.children(app) if reader.showing(w)], 10)
+        window = next(w for w in reader.children(app) if w.name == "Halvane")
+        read_editor(reader, window)
+        read_buttons_and_progress(reader, window)
+        read_tree(reader, window)
+        expect(halvane.poll() is None, "halvane is still running")
+    except AssertionError as error:
+        failures.append(str(error))
+        print("FAILED: %s" % error, flush=True)
+    finally:
+        session.close()
+    print("%d failure(s)" % len(failures) if failures else "passed")
+    return 1 if failures else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
