@@ -2,12 +2,11 @@
 """halvane as a screen reader reads it, from outside, through the desktop's
 accessibility bus on an X server of the test's own.
 
-One run of halvane, opened on the NAM1 page with the phone number's editor
-open and the panel's message box over it, is read and worked the way a blind
-technician's reader does: the box is read and its OK pressed, the editor is
-found with the focus, NV Read is pressed and its progress read, and pages are
-chosen through the tree's selection, through a node's action and with the
-arrow keys. Usage: ScreenReaderTest.py HALVANE
+One run of halvane, opened with the panel's message box over it, is read and
+worked the way a blind technician's reader does: the box is read and its OK
+pressed, NV Read is pressed and its progress read, pages are chosen through
+the tree's selection, through a node's action and with the arrow keys, and a
+double click on a value opens its editor, which takes the focus. Usage: ScreenReaderTest.py HALVANE
 """
 
 import os
@@ -88,9 +87,15 @@ class Reader:
         return None
 
     def focused(self, root):
-        for node in self.descendants(root, stop_at=()):
-            if self.atspi.STATE_FOCUSED in self.states(node):
+        """The object with the focus, looked for along what shows."""
+        for node in self.children(root):
+            states = self.states(node)
+            if self.atspi.STATE_FOCUSED in states:
                 return node
+            if self.atspi.STATE_SHOWING in states and node.getRoleName() not in ("table", "list"):
+                found = self.focused(node)
+                if found is not None:
+                    return found
         return None
 
     def press_key(self, keysym):
@@ -116,10 +121,23 @@ def read_message_box(reader, app):
 
 
 def read_editor(reader, window):
-    editor = wait_for("the phone number's editor to take the focus", lambda: reader.focused(window), 10)
-    expect(editor.getRoleName() == "text", "the focus is on a text editor, not a %s" % editor.getRoleName())
-    expect(editor.name.endswith(", VALUE1") and len(editor.name) > len(", VALUE1"),
-           "the editor is named after its item and column, not '%s'" % editor.name)
+    """A double click on the NAM's name, as a reader routes the pointer, opens
+    its editor, which takes the focus and is named after the item."""
+    page = expect_page(reader, window, "System NAM1")
+    if page is None:
+        return
+    table = page.queryTable()
+    row = 2
+    place = table.getAccessibleAt(row, 0).queryComponent().getExtents(reader.atspi.DESKTOP_COORDS)
+    reader.atspi.Registry.generateMouseEvent(place.x + place.width // 2, place.y + place.height // 2, "b1d")
+    editor = wait_for("an editor to take the focus",
+                      lambda: (lambda f: f if f is not None and f.getRoleName() in ("text", "combo box") else None)(
+                          reader.focused(window)), 10)
+    # A text editor is named after its value; a list's name is its choice,
+    # and what it stands for is its description.
+    told = editor.name if editor.getRoleName() == "text" else editor.description
+    title = table.getRowHeader(row).name
+    expect(title and told == title + ", VALUE1", "the editor tells its item %s, not '%s'" % (title, told))
 
 
 def read_buttons_and_progress(reader, window):
@@ -149,7 +167,7 @@ def expect_page(reader, window, node_name):
     except AssertionError:
         expect(False, "one table showing, named %s, not %s" % (node_name,
                                                                 [t.name for t in pages_on_view(reader, window)]))
-        return
+        return None
     table = tables[0].queryTable()
     expect(table.nRows > 0 and table.nColumns > 0, "the page %s has values" % node_name)
     titles = [table.getRowHeader(row).name if table.getRowHeader(row) else "" for row in range(table.nRows)]
@@ -158,6 +176,7 @@ def expect_page(reader, window, node_name):
     expect(column is not None and column.name, "the value column of %s has a header" % node_name)
     values = [table.getAccessibleAt(row, 0).name for row in range(table.nRows)]
     expect(any(values), "the page %s shows values after NV Read: %s" % (node_name, values))
+    return tables[0]
 
 
 def read_tree(reader, window):
@@ -175,12 +194,21 @@ def read_tree(reader, window):
     expect(reader.atspi.STATE_EXPANDED in reader.states(parent), "MIP Profile tells it is expanded")
     leaf = nodes[names.index("General")]
     expect(reader.atspi.STATE_EXPANDABLE not in reader.states(leaf), "General has nothing to expand")
+    reader.act(parent, "Collapse")
+    collapsed = wait_for("MIP Profile to collapse", lambda: reader.atspi.STATE_EXPANDED not in reader.states(parent))
+    expect(collapsed and "MIP Profile 0" not in [n.name for n in reader.children(tree)],
+           "a collapsed node's children are not read")
+    reader.act(parent, "Expand")
+    wait_for("MIP Profile to expand", lambda: [n.name for n in reader.children(tree)] == names)
 
     # Chosen through the tree's selection, as a reader's "select this node".
     table = tree.queryTable()
-    table.addRowSelection(names.index("General"))
-    expect_page(reader, window, "General")
-    expect(table.isRowSelected(names.index("General")), "the selection holds General")
+    for page in ("General", "System NAM1"):
+        table.addRowSelection(names.index(page))
+        expect_page(reader, window, page)
+        expect(table.isRowSelected(names.index(page)), "the selection holds " + page)
+        if page == "System NAM1":
+            read_editor(reader, window)
 
     # Chosen by the node's action, as a click chooses it.
     reader.act(nodes[names.index("System NAM2")], "Press")
@@ -209,12 +237,11 @@ def main():
         import pyatspi
         reader = Reader(pyatspi)
         halvane = session.start([sys.argv[1], "--state", os.path.join(session.folder, "nv-memory.json"),
-                                 "--page", "System NAM1", "--edit", "3,1", "--message", MESSAGE])
+                                 "--message", MESSAGE])
         app = wait_for("halvane on the accessibility bus", lambda: reader.application("Halvane"), 30)
         box = read_message_box(reader, app)
         wait_for("the box to close", lambda: box not in [w for w in reader.children(app) if reader.showing(w)], 10)
         window = next(w for w in reader.children(app) if w.name == "Halvane")
-        read_editor(reader, window)
         read_buttons_and_progress(reader, window)
         read_tree(reader, window)
         expect(halvane.poll() is None, "halvane is still running")

@@ -21,6 +21,8 @@ def missing_packages():
     missing = []
     if not shutil.which("Xvfb"):
         missing.append("xvfb")
+    if not shutil.which("openbox"):
+        missing.append("openbox")
     if not shutil.which("dbus-daemon"):
         missing.append("dbus-daemon")
     if not os.access(BUS_LAUNCHER, os.X_OK):
@@ -55,6 +57,7 @@ class ReaderSession:
         try:
             self._start_x_server()
             self._start_session_bus()
+            self._start_window_manager()
             self._start_accessibility_bus()
         except BaseException:
             self.close()
@@ -97,6 +100,12 @@ class ReaderSession:
         if not address:
             raise RuntimeError("dbus-daemon did not start")
         self.env["DBUS_SESSION_BUS_ADDRESS"] = address
+
+    def _start_window_manager(self):
+        # As on a desktop, a window manager gives the focus back to the
+        # panel's window when a box over it closes.
+        self._spawn(["openbox", "--sm-disable", "--config-file", os.devnull],
+                    stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
 
     def _start_accessibility_bus(self):
         # The launcher takes org.a11y.Bus on the session bus just started,
