@@ -98,6 +98,23 @@ class Reader:
                     return found
         return None
 
+    def listen_for_focus(self):
+        """Records the names of the objects the application tells have taken the focus."""
+        told = []
+
+        def record(event):
+            if event.detail1 == 1:
+                told.append(event.source.name)
+
+        self.atspi.Registry.registerEventListener(record, "object:state-changed:focused")
+        return told
+
+    @staticmethod
+    def take_events():
+        from gi.repository import GLib
+        while GLib.MainContext.default().iteration(False):
+            pass
+
     def press_key(self, keysym):
         self.atspi.Registry.generateKeyboardEvent(keysym, None, self.atspi.KEY_SYM)
 
@@ -217,9 +234,14 @@ def read_tree(reader, window):
     # Chosen with the arrow keys, the tree having the focus.
     tree.queryComponent().grabFocus()
     wait_for("the tree to take the focus", lambda: reader.atspi.STATE_FOCUSED in reader.states(tree), 10)
+    told = reader.listen_for_focus()
     reader.press_key(KEY_DOWN)
     following = names[names.index("System NAM2") + 1]
     expect_page(reader, window, following)
+    try:
+        wait_for("the focus to be told", lambda: reader.take_events() or following in told, 5)
+    except AssertionError:
+        expect(False, "the tree tells the focus is on %s, not on %s" % (following, told))
     focused = reader.focused(tree)
     expect(focused is not None and focused.name == following,
            "the focus is on the node %s, not %s" % (following, focused and focused.name))

@@ -5,7 +5,7 @@
 //
 //     frmMsgBox box(panel);
 //     box.SetMessage(text);
-//     box.exec(); // returns when OK is pressed (click, Space, Return, a
+//     box.exec(); // returns when OK is pressed (a click, Space on it or a
 //                 // screen reader's press) or Enter is released
 //
 // Showing the box loads it: Form_Load runs once, before it is first on view,

@@ -8,6 +8,7 @@ test's own buses and folders. Everything is stopped when the session ends.
 
 import os
 import shutil
+import socket
 import subprocess
 import tempfile
 import time
@@ -71,7 +72,7 @@ class ReaderSession:
                    XDG_CONFIG_HOME=os.path.join(self.folder, "config"),
                    XDG_DATA_HOME=os.path.join(self.folder, "data"),
                    XDG_CACHE_HOME=os.path.join(self.folder, "cache"),
-                   GSETTINGS_BACKEND="memory", NO_AT_BRIDGE="0",
+                   GSETTINGS_BACKEND="memory",
                    # Whatever asks for the system bus finds none.
                    DBUS_SYSTEM_BUS_ADDRESS="unix:path=" + os.path.join(self.folder, "no-system-bus"))
         return env
@@ -92,6 +93,16 @@ class ReaderSession:
         if not number:
             raise RuntimeError("Xvfb did not start")
         self.env["DISPLAY"] = ":" + number
+        wait_for("the X server to take connections", lambda: self._x_answers(number), 10)
+
+    @staticmethod
+    def _x_answers(number):
+        with socket.socket(socket.AF_UNIX) as connection:
+            try:
+                connection.connect("/tmp/.X11-unix/X" + number)
+                return True
+            except OSError:
+                return False
 
     def _start_session_bus(self):
         bus = self._spawn(["dbus-daemon", "--session", "--nofork", "--print-address=1"],
