@@ -145,8 +145,14 @@ def read_editor(reader, window):
         return
     table = page.queryTable()
     row = 2
-    place = table.getAccessibleAt(row, 0).queryComponent().getExtents(reader.atspi.DESKTOP_COORDS)
-    reader.atspi.Registry.generateMouseEvent(place.x + place.width // 2, place.y + place.height // 2, "b1d")
+    cell = table.getAccessibleAt(row, 0)
+    place = cell.queryComponent().getExtents(reader.atspi.DESKTOP_COORDS)
+    middle = (place.x + place.width // 2, place.y + place.height // 2)
+    # A click makes it the current cell, then a double click opens it.
+    reader.atspi.Registry.generateMouseEvent(*middle, "b1c")
+    wait_for("the cell to be the current one", lambda: reader.atspi.STATE_FOCUSED in reader.states(cell), 10)
+    time.sleep(1)  # past the double-click interval
+    reader.atspi.Registry.generateMouseEvent(*middle, "b1d")
     editor = wait_for("an editor to take the focus",
                       lambda: (lambda f: f if f is not None and f.getRoleName() in ("text", "combo box") else None)(
                           reader.focused(window)), 10)
