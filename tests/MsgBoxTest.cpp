@@ -73,16 +73,20 @@ TEST_F(MsgBoxTest, OpensCentredWithItsMessageRoundedCornersAndTheLitButtonAndNev
     }));
 }
 
-TEST_F(MsgBoxTest, OnlyTheReleaseOfEnterClosesItWhereverTheFocusIs)
+TEST_F(MsgBoxTest, TheReleaseOfEnterOrSpaceOnOkClosesIt)
 {
     EXPECT_TRUE(RunModal(box, [&] {
         QTest::keyClick(&box, Qt::Key_Escape);
-        QTest::keyClick(box.picCommand, Qt::Key_Space);
         QTest::keyClick(box.picCommand, Qt::Key_A);
         EXPECT_TRUE(box.isVisible());
         QTest::keyPress(box.picCommand, Qt::Key_Return);
         EXPECT_TRUE(box.isVisible()) << "the press alone does nothing";
         QTest::keyRelease(box.picCommand, Qt::Key_Return);
+    }));
+    frmMsgBox byButton;
+    EXPECT_TRUE(RunModal(byButton, [&] {
+        ASSERT_EQ(QApplication::focusWidget(), byButton.picCommand) << "OK has the focus";
+        QTest::keyClick(byButton.picCommand, Qt::Key_Space);
     }));
 
     // An Enter held down before the box opened closes it when let go, and

@@ -7,8 +7,8 @@
 #include "platform/VirtualKey.h"
 #include "platform/WindowDrag.h"
 
+#include <QApplication>
 #include <QBitmap>
-#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QPainter>
 #include <QScreen>
@@ -62,6 +62,9 @@ frmMsgBox::frmMsgBox(QWidget* parent)
         look->hide();
     }
     picCommand = Place<PictureBox>(this, "picCommand", 4350, 1860, 1215, 465);
+    // OK is a button to the keyboard and to screen readers: Space on it, or
+    // a reader's press, raise its Click; Return closes the box as ever.
+    picCommand->setRole(PictureRole::Button);
     picCommand->setAccessibleName(QStringLiteral("OK"));
     m_ok.emplace(picCommand, ButtonLooks{imgBtnOK(0)->Picture(), imgBtnOK(1)->Picture(), {}, {}});
 
@@ -99,12 +102,17 @@ void frmMsgBox::Form_Load()
     // The label shows what fits it; the whole message is always at hand.
     setToolTip(g_strMessage);
     setAccessibleDescription(g_strMessage);
+    // Readers name the box after its title, or after the application while
+    // it has none, as they name the platform's own boxes.
+    setAccessibleName(lblTitle->Caption().isEmpty() ? QApplication::applicationName() : lblTitle->Caption());
     SetRoundRegion();
     // Key preview: the form sees every key before the control that has it.
     installEventFilter(this);
     for (QWidget* control : findChildren<QWidget*>())
         control->installEventFilter(this);
     m_ok->ShowHover();
+    // The default button has the focus when the box opens.
+    picCommand->setFocus(Qt::OtherFocusReason);
 }
 
 void frmMsgBox::SetRoundRegion()
@@ -152,6 +160,13 @@ bool frmMsgBox::eventFilter(QObject* watched, QEvent* event)
     // A key goes first to the control with the focus; an ignored key then
     // climbs to the form, which must not see it twice.
     QWidget* first = focusWidget() ? focusWidget() : this;
+    // Return closes the box on its release, wherever the focus is: its press
+    // does not press OK, or the release would reach the window beneath.
+    if (event->type() == QEvent::KeyPress) {
+        const int key = static_cast<QKeyEvent*>(event)->key();
+        if (key == Qt::Key_Return || key == Qt::Key_Enter)
+            return true;
+    }
     if (event->type() == QEvent::KeyRelease && watched == first) {
         auto* key = static_cast<QKeyEvent*>(event);
         if (!key->isAutoRepeat())

@@ -5,7 +5,8 @@
 //
 //     frmMsgBox box(panel);
 //     box.SetMessage(text);
-//     box.exec(); // returns when Enter is released or OK is clicked
+//     box.exec(); // returns when OK is pressed (a click, Space on it or a
+//                 // screen reader's press) or Enter is released
 //
 // Showing the box loads it: Form_Load runs once, before it is first on view,
 // and reads the message set before.

@@ -1,9 +1,11 @@
 // The factory of the platform's accessible interfaces, and those of the
-// picture controls and frames; the grid's table is in FlexGridAccessible.cpp.
+// picture controls and frames; the grid's table is in FlexGridAccessible.cpp,
+// the page tree's in OrvenTreeViewAccessible.cpp.
 #include "platform/Accessibility.h"
 
 #include "platform/Controls.h"
 #include "platform/MSFlexGrid.h"
+#include "platform/OrvenTreeView.h"
 #include "platform/Pictures.h"
 
 #include <QAccessibleValueInterface>
@@ -118,6 +120,8 @@ QAccessibleInterface* Factory(const QString& className, QObject* object)
 {
     if (className == QLatin1String("tessaly::MSFlexGrid"))
         return FlexGridAccessibleInterface(static_cast<MSFlexGrid*>(object));
+    if (className == QLatin1String("tessaly::OrvenTreeView"))
+        return OrvenTreeViewAccessibleInterface(static_cast<OrvenTreeView*>(object));
     if (className == QLatin1String("tessaly::Frame"))
         return new AccessibleFrame(static_cast<QWidget*>(object));
     if (className == QLatin1String("tessaly::PictureBox"))

@@ -1,5 +1,7 @@
 #include "platform/OrvenTreeView.h"
 
+#include "platform/Accessibility.h"
+
 #include <QHeaderView>
 #include <QMouseEvent>
 #include <QStyledItemDelegate>
@@ -37,6 +39,7 @@ OrvenTreeView::OrvenTreeView(QWidget* parent)
     setRootIsDecorated(true);
     setUniformRowHeights(true);
     setItemDelegate(new NodeDelegate(this));
+    InstallAccessibleInterfaces();
 }
 
 void OrvenTreeView::AddRootNode(const QString& text)
@@ -78,6 +81,21 @@ QTreeWidgetItem* OrvenTreeView::FindNode(const QString& text) const
     return nullptr;
 }
 
+QList<QTreeWidgetItem*> OrvenTreeView::ShownNodes() const
+{
+    QList<QTreeWidgetItem*> nodes;
+    for (QTreeWidgetItem* node = topLevelItem(0); node; node = itemBelow(node))
+        nodes << node;
+    return nodes;
+}
+
+void OrvenTreeView::ChooseNode(QTreeWidgetItem* node)
+{
+    setCurrentItem(node);
+    node->setSelected(true);
+    emit Click();
+}
+
 QTreeWidgetItem* OrvenTreeView::nodeOrRaise(const QString& text) const
 {
     QTreeWidgetItem* node = FindNode(text);
@@ -106,6 +124,35 @@ void OrvenTreeView::keyPressEvent(QKeyEvent* event)
         currentItem()->setSelected(true);
         emit Click();
     }
+}
+
+// The view's own telling of the current node and the selection counts a
+// hidden header as a row, which readers would take for a node: the tree tells
+// them itself, by the node's place among the shown nodes. The rows repaint as
+// the view would repaint them.
+void OrvenTreeView::currentChanged(const QModelIndex& current, const QModelIndex& previous)
+{
+    QAbstractItemView::currentChanged(current, previous);
+    viewport()->update();
+    if (hasFocus())
+        tellReaders(QAccessible::Focus, current);
+}
+
+void OrvenTreeView::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected)
+{
+    QAbstractItemView::selectionChanged(selected, deselected);
+    tellReaders(QAccessible::SelectionAdd, selected.indexes().value(0));
+    tellReaders(QAccessible::SelectionRemove, deselected.indexes().value(0));
+}
+
+void OrvenTreeView::tellReaders(QAccessible::Event event, const QModelIndex& index)
+{
+    const int row = ShownNodes().indexOf(itemFromIndex(index));
+    if (!QAccessible::isActive() || row < 0)
+        return;
+    QAccessibleEvent told(this, event);
+    told.setChild(row);
+    QAccessible::updateAccessibility(&told);
 }
 
 } // namespace tessaly

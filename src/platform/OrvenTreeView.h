@@ -1,10 +1,13 @@
 // The page tree: root nodes with child nodes, each known by its text alone,
 // which is its key and its caption. Click is raised when the user selects a
-// node, by mouse or keyboard; selecting by code raises nothing.
+// node, by mouse, keyboard or a screen reader's action; selecting by code
+// raises nothing. Screen readers see a tree whose children are its nodes, in
+// the order they show (OrvenTreeViewAccessible.cpp).
 #pragma once
 
 #include "platform/FormControl.h"
 
+#include <QAccessible>
 #include <QTreeWidget>
 
 namespace tessaly {
@@ -28,6 +31,11 @@ public:
     QString SelectedText() const;
 
     QTreeWidgetItem* FindNode(const QString& text) const;
+    // The nodes a reader can reach, top to bottom: those under a collapsed
+    // node are left out.
+    QList<QTreeWidgetItem*> ShownNodes() const;
+    // Selects the node and raises Click, as a click on it does.
+    void ChooseNode(QTreeWidgetItem* node);
 
 signals:
     void Click();
@@ -35,9 +43,12 @@ signals:
 protected:
     void mouseReleaseEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
+    void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override;
 
 private:
     QTreeWidgetItem* nodeOrRaise(const QString& text) const;
+    void tellReaders(QAccessible::Event event, const QModelIndex& index);
 };
 
 } // namespace tessaly
