@@ -64,10 +64,7 @@ protected:
 
     void startModemManager(const QStringList& arguments)
     {
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(QStringLiteral("DBUS_SYSTEM_BUS_ADDRESS"), busAddress);
-        modemManager.setProcessEnvironment(environment);
-        modemManager.start(QStringLiteral(MOCK_MODEMMANAGER), arguments);
+        modemManager.start(QStringLiteral(MOCK_MODEMMANAGER), QStringList{QStringLiteral("--bus"), busAddress} + arguments);
         ASSERT_TRUE(modemManager.waitForReadyRead(10000)) << qPrintable(modemManager.readAllStandardError());
     }
 

@@ -1,11 +1,11 @@
-// A stand-in for ModemManager on the bus DBUS_SYSTEM_BUS_ADDRESS names: it
-// owns ModemManager's name and answers InhibitDevice. It "holds" a port as a
+// A stand-in for ModemManager on the test's own bus, given by its address
+// (--bus), never the machine's: it owns ModemManager's name and answers InhibitDevice. It "holds" a port as a
 // link of a fake /proc, or (--modem-port NAME) as a modem object that lists
 // the port and names its device, as ModemManager shows it to users who
 // cannot see its descriptors; it lets go when the device it knows is
 // inhibited. With --refuse it says no as its policy would without an
 // administrator.
-//   mock-modemmanager --uid UID [--holding LINK] [--modem-port NAME] [--refuse]
+//   mock-modemmanager --bus ADDRESS --uid UID [--holding LINK] [--modem-port NAME] [--refuse]
 #include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QDBusConnection>
@@ -68,8 +68,9 @@ class Manager : public QObject, protected QDBusContext {
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.ModemManager1")
 
 public:
-    Manager(QString uid, QString holding, bool refuse)
-        : m_uid(std::move(uid))
+    Manager(QDBusConnection bus, QString uid, QString holding, bool refuse)
+        : m_bus(std::move(bus))
+        , m_uid(std::move(uid))
         , m_holding(std::move(holding))
         , m_refuse(refuse)
     {
@@ -92,11 +93,12 @@ public Q_SLOTS:
         QTimer::singleShot(300, this, [this] {
             if (!m_holding.isEmpty())
                 QFile::remove(m_holding);
-            QDBusConnection::systemBus().unregisterObject(QStringLiteral("/org/freedesktop/ModemManager1/Modem/0"));
+            m_bus.unregisterObject(QStringLiteral("/org/freedesktop/ModemManager1/Modem/0"));
         });
     }
 
 private:
+    QDBusConnection m_bus;
     QString m_uid;
     QString m_holding;
     bool m_refuse;
@@ -106,20 +108,21 @@ int main(int argc, char** argv)
 {
     QCoreApplication app(argc, argv);
     QCommandLineParser options;
+    const QCommandLineOption address(QStringLiteral("bus"), QStringLiteral("The bus's address."), QStringLiteral("address"));
     const QCommandLineOption uid(QStringLiteral("uid"), QStringLiteral("The device known."), QStringLiteral("uid"));
     const QCommandLineOption holding(QStringLiteral("holding"), QStringLiteral("The link that holds the port."),
                                      QStringLiteral("link"));
     const QCommandLineOption modemPort(QStringLiteral("modem-port"), QStringLiteral("The port a modem object lists."),
                                        QStringLiteral("name"));
     const QCommandLineOption refuse(QStringLiteral("refuse"), QStringLiteral("Refuse every inhibition."));
-    options.addOptions({uid, holding, modemPort, refuse});
+    options.addOptions({address, uid, holding, modemPort, refuse});
     options.process(app);
     qDBusRegisterMetaType<ModemPort>();
     qDBusRegisterMetaType<ModemPorts>();
 
-    Manager manager(options.value(uid), options.value(holding), options.isSet(refuse));
-    QDBusConnection bus = QDBusConnection::systemBus();
-    if (!bus.registerObject(QStringLiteral("/org/freedesktop/ModemManager1"), &manager, QDBusConnection::ExportAllSlots)
+    QDBusConnection bus = QDBusConnection::connectToBus(options.value(address), QStringLiteral("test"));
+    Manager manager(bus, options.value(uid), options.value(holding), options.isSet(refuse));
+    if (!options.isSet(address) || !bus.registerObject(QStringLiteral("/org/freedesktop/ModemManager1"), &manager, QDBusConnection::ExportAllSlots)
         || !bus.registerService(QStringLiteral("org.freedesktop.ModemManager1"))) {
         std::fprintf(stderr, "mock-modemmanager: %s\n", qPrintable(bus.lastError().message()));
         return 1;
