@@ -12,13 +12,13 @@ void PageGrids::SetNVFieldItemCount(int16_t Part, int16_t count)
 {
     OnErrorReport("Interface", "SetNVFieldItemCount", [&] {
         const int32_t rows = int32_t(count) + 1;
-        c.MSFlexGrid1(Part)->setRows(rows);
+        Grid(Part)->setRows(rows);
         if (Part == ProfilesPart) {
             for (int16_t page = FirstProfilePage; page <= LastProfilePage; ++page)
-                c.MSFlexGrid1(page)->setRows(rows);
+                Grid(page)->setRows(rows);
         }
         if (Part == 0)
-            c.MSFlexGrid1(SecondNamPage)->setRows(rows);
+            Grid(SecondNamPage)->setRows(rows);
     });
 }
 
@@ -42,7 +42,7 @@ void PageGrids::SetFlexGridTitleAll()
 void PageGrids::SetFlexGridTitle(int16_t page, int16_t first, int16_t last)
 {
     OnErrorReport("Common_Function", "SetFlexGridTitle", [&] {
-        MSFlexGrid* grid = c.MSFlexGrid1(page);
+        MSFlexGrid* grid = Grid(page);
         grid->setRow(0);
         grid->setCellFontBold(true);
         grid->setCol(0);
