@@ -227,7 +227,9 @@ private:
     void scrollToCurrent();
 
     void paintRows(QPainter& painter, int firstRow, int lastRow, int firstCol, int lastCol) const;
-    void paintCell(QPainter& painter, int row, int col, const QRect& rect, bool lines) const;
+    void paintArea(QPainter& painter, const QRect& dirty) const;
+    QRgb cellBack(int row, int col) const;
+    void paintText(QPainter& painter, int row, int col, const QRect& rect, bool lines) const;
     void paintFocus(QPainter& painter) const;
     QFont cellFont(int row, int col) const;
     const ShapedText& shapedText(int index, const QString& text, const QFont& font) const;
