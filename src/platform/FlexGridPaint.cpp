@@ -37,6 +37,12 @@ QPointF alignedTopLeft(const QRect& box, Qt::Alignment flags, QSizeF size)
     return {x, y};
 }
 
+// Text of the digits 0 to 9 alone.
+bool isDigits(const QString& text)
+{
+    return !text.isEmpty() && std::all_of(text.begin(), text.end(), [](QChar ch) { return ch >= u'0' && ch <= u'9'; });
+}
+
 // Text that lays out on one line with nothing to expand.
 bool singleLine(const QString& text)
 {
@@ -171,13 +177,19 @@ void MSFlexGrid::paintText(QPainter& painter, int row, int col, const QRect& rec
     if (singleLine(text)) {
         const ShapedText& shaped = shapedText(cellIndex(row, col), text, painter.font());
         const QPointF at = alignedTopLeft(box, alignmentFlags(alignment, shaped.number), shaped.size);
+        const auto draw = [&] {
+            if (shaped.digits.isEmpty())
+                painter.drawStaticText(at, shaped.text);
+            else
+                painter.drawGlyphRun(at + QPointF(0, shaped.ascent), shaped.digits);
+        };
         if (QRectF(box).contains(QRectF(at, shaped.size))) {
-            painter.drawStaticText(at, shaped.text);
+            draw();
             return;
         }
         painter.save();
         painter.setClipRect(inside);
-        painter.drawStaticText(at, shaped.text);
+        draw();
     } else {
         painter.save();
         painter.setClipRect(inside);
@@ -195,15 +207,52 @@ const MSFlexGrid::ShapedText& MSFlexGrid::shapedText(int index, const QString& t
         m_shaped.resize(m_text.size());
     }
     std::unique_ptr<ShapedText>& shaped = m_shaped[size_t(index)];
-    if (!shaped || shaped->font != font || shaped->text.text() != text) {
-        shaped = std::make_unique<ShapedText>(ShapedText{QStaticText(text), font, {}, false});
-        shaped->text.setTextFormat(Qt::PlainText);
-        shaped->text.prepare(QTransform(), font);
-        const QFontMetricsF metrics(font);
-        shaped->size = QSizeF(metrics.horizontalAdvance(text), metrics.ascent() + metrics.descent());
-        text.toDouble(&shaped->number);
+    if (shaped && shaped->font == font && shaped->text.text() == text)
+        return *shaped;
+    const QFontMetricsF metrics(font);
+    if (const DigitGlyphs* glyphs = isDigits(text) ? digitGlyphs(font) : nullptr) {
+        shaped = std::make_unique<ShapedText>(ShapedText{QStaticText(text), font, {}, true, {}, metrics.ascent()});
+        QList<quint32> indexes;
+        QList<QPointF> positions;
+        QPointF pen;
+        for (QChar digit : text) {
+            const auto d = qsizetype(digit.unicode() - u'0');
+            indexes.append(glyphs->index[d]);
+            positions.append(pen);
+            pen += glyphs->advance[d];
+        }
+        shaped->digits.setRawFont(glyphs->raw);
+        shaped->digits.setGlyphIndexes(indexes);
+        shaped->digits.setPositions(positions);
+        shaped->size = QSizeF(pen.x(), metrics.ascent() + metrics.descent());
+        return *shaped;
     }
+    shaped = std::make_unique<ShapedText>(ShapedText{QStaticText(text), font, {}, false, {}, 0});
+    shaped->text.setTextFormat(Qt::PlainText);
+    shaped->text.prepare(QTransform(), font);
+    // The laid-out text knows its width: measuring it again would shape it twice.
+    shaped->size = QSizeF(shaped->text.size().width(), metrics.ascent() + metrics.descent());
+    text.toDouble(&shaped->number);
     return *shaped;
+}
+
+const MSFlexGrid::DigitGlyphs* MSFlexGrid::digitGlyphs(const QFont& font) const
+{
+    if (font.bold())
+        return nullptr; // bold may be drawn emboldened: left to shaping
+    auto found = std::find_if(m_digitGlyphs.begin(), m_digitGlyphs.end(),
+                              [&](const DigitGlyphs& glyphs) { return glyphs.font == font; });
+    if (found == m_digitGlyphs.end()) {
+        DigitGlyphs glyphs{font, QRawFont::fromFont(font), {}, {}};
+        if (glyphs.raw.isValid()) {
+            glyphs.index = glyphs.raw.glyphIndexesForString(QStringLiteral("0123456789"));
+            glyphs.advance = glyphs.raw.advancesForGlyphIndexes(glyphs.index);
+        }
+        if (glyphs.index.size() != 10 || glyphs.index.contains(0u) || glyphs.advance.size() != 10)
+            glyphs.raw = QRawFont();
+        found = m_digitGlyphs.insert(m_digitGlyphs.end(), std::move(glyphs));
+    }
+    return found->raw.isValid() ? &*found : nullptr;
 }
 
 QFont MSFlexGrid::cellFont(int row, int col) const
