@@ -1,3 +1,4 @@
+// ComboBox: the forms platform's drop-down list.
 #pragma once
 
 #include "platform/FormControl.h"

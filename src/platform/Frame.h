@@ -1,3 +1,4 @@
+// Frame: the forms platform's container of other controls.
 #pragma once
 
 #include "platform/FormControl.h"

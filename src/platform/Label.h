@@ -1,3 +1,4 @@
+// Label: the forms platform's caption.
 #pragma once
 
 #include "platform/ControlColors.h"

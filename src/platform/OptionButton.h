@@ -1,3 +1,4 @@
+// OptionButton: the forms platform's option button.
 #pragma once
 
 #include "platform/FormControl.h"

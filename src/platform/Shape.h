@@ -1,3 +1,4 @@
+// Shape: the forms platform's filled rectangle.
 #pragma once
 
 #include "platform/ControlColors.h"

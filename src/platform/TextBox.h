@@ -1,3 +1,4 @@
+// TextBox: the forms platform's one-line text box.
 #pragma once
 
 #include "platform/ControlColors.h"
