@@ -2,8 +2,7 @@
 // rendering of what the screen then shows.
 #include "UserActions.h"
 
-#include "pages/PageTable.h"
-#include "panel/Panel.h"
+#include "model/Catalogue.h" // the page table: every fixed page's node
 
 #include <tessaly/Tessaly.h>
 
@@ -16,6 +15,11 @@
 namespace halvane {
 
 namespace {
+
+QTreeWidget* TreeOf(Tessaly& panel)
+{
+    return panel.findChild<QTreeWidget*>(QStringLiteral("OrvenTreeView1"));
+}
 
 // The left button's events at `at` in `target`, as a user's hand makes them;
 // the button is held between a press or double click and its release.
@@ -41,14 +45,19 @@ QStringList PageNodes(Tessaly& panel)
             if (child.parent && QLatin1String(child.parent) == QLatin1String(root.node))
                 nodes << QLatin1String(child.node);
     }
-    return nodes + PanelOf(panel).Tabs().Names();
+    // The host's own pages are the tree's root nodes that no fixed page has.
+    if (QTreeWidget* tree = TreeOf(panel))
+        for (int i = 0; i < tree->topLevelItemCount(); ++i)
+            if (const QString node = tree->topLevelItem(i)->text(0); !tessaly::FindPageByNode(node))
+                nodes << node;
+    return nodes;
 }
 
 bool ClickTreeNode(Tessaly& panel, const QString& text)
 {
     if (!PageNodes(panel).contains(text))
         return false;
-    auto* tree = panel.findChild<QTreeWidget*>(QStringLiteral("OrvenTreeView1"));
+    QTreeWidget* tree = TreeOf(panel);
     const QList<QTreeWidgetItem*> found = tree ? tree->findItems(text, Qt::MatchExactly | Qt::MatchRecursive) : QList<QTreeWidgetItem*>();
     if (found.isEmpty())
         return false;

@@ -80,15 +80,4 @@ TEST(Arrays, OutOfBoundsIsSubscriptOutOfRange)
     list.ReDimPreserve(3);
     EXPECT_EQ(list(2), 5);
     EXPECT_EQ(ErrorNumberOf([&] { list(4); }), errSubscriptOutOfRange);
-
-    Array2D<int> store;
-    EXPECT_TRUE(store.IsSingle());
-    EXPECT_EQ(store.UBound(1), 0);
-    EXPECT_EQ(ErrorNumberOf([&] { store(0, 0); }), errSubscriptOutOfRange);
-    store.ReDim(2, 10);
-    store(2, 10) = 7;
-    EXPECT_EQ(ErrorNumberOf([&] { store(0, 11); }), errSubscriptOutOfRange);
-    store.ReDimKeep(3, 10);
-    EXPECT_EQ(store(2, 10), 7);
-    EXPECT_EQ(store(3, 10), 0);
 }

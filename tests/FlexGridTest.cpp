@@ -5,6 +5,7 @@
 
 #include <QApplication>
 #include <QImage>
+#include <QPainter>
 #include <QScreen>
 #include <QScrollBar>
 #include <QSignalSpy>
@@ -233,4 +234,65 @@ TEST(FlexGridPaint, ChangesOnViewReachTheScreen)
     grid.setTextMatrix(2, 1, QStringLiteral("█████"));
     grid.setCellForeColor(Qt::blue);
     EXPECT_EQ(screenPixel(2, 1), QColor(Qt::blue));
+}
+
+namespace {
+
+// The smallest rectangle of `area` whose pixels differ from `background`.
+QRect inkOf(const QImage& image, const QRect& area, QRgb background)
+{
+    QRect ink;
+    for (int y = area.top(); y <= area.bottom(); ++y)
+        for (int x = area.left(); x <= area.right(); ++x)
+            if (image.pixel(x, y) != background)
+                ink |= QRect(x, y, 1, 1);
+    return ink;
+}
+
+} // namespace
+
+// Values of digits alone are set from the font's digit glyphs rather than by
+// the text engine: they must land where the engine would put them, on the
+// same baseline and as wide.
+TEST(FlexGridPaint, DigitsLieWhereTheTextEngineWouldSetThem)
+{
+    for (const auto& [alignment, flags] : {std::pair{MSFlexGrid::LeftCenter, Qt::AlignLeft | Qt::AlignVCenter},
+                                           std::pair{MSFlexGrid::RightCenter, Qt::AlignRight | Qt::AlignVCenter}}) {
+        SCOPED_TRACE(alignment);
+        MSFlexGrid grid;
+        grid.setRows(2);
+        grid.setCols(2);
+        grid.setRowHeight(1, 450);
+        grid.setColWidth(1, 1500);
+        grid.setRow(1);
+        grid.setCol(1);
+        grid.setCellAlignment(alignment);
+        grid.setTextMatrix(1, 1, QStringLiteral("4139"));
+        grid.setForeColor(Qt::black);
+        grid.setRow(0); // no focus frame over the cell
+        showGrid(grid);
+        grid.setRow(1);
+        const QRect cell = currentCellPixels(grid).translated(-grid.viewport()->pos());
+        grid.setRow(0);
+        QApplication::processEvents();
+        const QImage shown = grid.viewport()->grab().toImage();
+        const QRect inside = cell.adjusted(0, 0, -1, -1); // the grid lines take the last row and column
+        const QRgb back = shown.pixel(inside.topLeft());
+
+        QImage expected(shown.size(), shown.format());
+        expected.fill(back);
+        QPainter painter(&expected);
+        painter.setFont(grid.font());
+        painter.setPen(Qt::black);
+        painter.drawText(inside.adjusted(2, 0, -2, 0), int(flags), QStringLiteral("4139"));
+        painter.end();
+
+        const QRect drawn = inkOf(shown, inside, back);
+        const QRect engine = inkOf(expected, inside, back);
+        ASSERT_FALSE(drawn.isEmpty());
+        EXPECT_LE(std::abs(drawn.left() - engine.left()), 1);
+        EXPECT_LE(std::abs(drawn.right() - engine.right()), 1);
+        EXPECT_LE(std::abs(drawn.top() - engine.top()), 1);
+        EXPECT_LE(std::abs(drawn.bottom() - engine.bottom()), 1);
+    }
 }

@@ -97,6 +97,11 @@ struct Arguments {
 
 } // namespace
 
+// Whether C++ can call the profile count getter on a `Panel`: the by-name
+// methods must not be, or a failure's rule would follow the pointer's type.
+template <class Panel>
+concept ProfileCountCallableFromCpp = requires(Panel& panel) { panel.GetProfileCount(); };
+
 using HostInterfaceTest = PanelFixture;
 
 TEST_F(HostInterfaceTest, AllTwentyTwoMethodsTakeShortOrIntByName)
@@ -136,6 +141,7 @@ TEST_F(HostInterfaceTest, AFailedCallByNameIsToldNotThrown)
     EXPECT_EQ(failures[1], failures[0]);
     EXPECT_EQ(failures[2], (QList<QVariant>{QStringLiteral("AddTab"), int(errOverflow), QStringLiteral("Overflow")}));
     EXPECT_THROW(host->RemoveTab(21), TessalyError); // the C++ method throws
+    static_assert(ProfileCountCallableFromCpp<Tessaly> && !ProfileCountCallableFromCpp<TessalyByName>);
 }
 
 TEST_F(HostInterfaceTest, RandomCallsByNameKeepThePanelsPromises)

@@ -25,8 +25,11 @@
 // panel tells the user in a message box (a bad page or column in a cell
 // operation) are not failures of the call.
 //
-// C++ hosts call the methods of Tessaly itself, which hide these and throw
-// TessalyError as <tessaly/Tessaly.h> says.
+// These methods are reached through the meta-object system only, never
+// called from C++: a C++ host calls the methods of Tessaly itself, which
+// throw TessalyError as <tessaly/Tessaly.h> says. So whether a failure is
+// thrown or signalled depends on the way of calling, never on the type of
+// the pointer a call is made through.
 #pragma once
 
 #include <tessaly/tessaly_export.h>
@@ -40,7 +43,14 @@ class Tessaly;
 class TESSALY_EXPORT TessalyByName : public QWidget {
     Q_OBJECT
 
-public:
+Q_SIGNALS:
+    // A call by name of `method` failed with this error; see above.
+    void CallFailed(const QString& method, int number, const QString& description);
+
+private:
+    friend class Tessaly;
+    explicit TessalyByName(QWidget* parent);
+
     Q_INVOKABLE void AddItemToGrd(short Part, const QString& FormatType, bool IsNumber, bool ReadOnly,
                                   const QString& ComboStr, const QString& InputStr, int row, int col);
     Q_INVOKABLE void AddItemToGrd(int Part, const QString& FormatType, bool IsNumber, bool ReadOnly,
@@ -85,12 +95,4 @@ public:
     Q_INVOKABLE QString GetLockCode();
     Q_INVOKABLE QString GetAKey(short index);
     Q_INVOKABLE QString GetAKey(int index);
-
-Q_SIGNALS:
-    // A call by name of `method` failed with this error; see above.
-    void CallFailed(const QString& method, int number, const QString& description);
-
-private:
-    friend class Tessaly;
-    explicit TessalyByName(QWidget* parent);
 };

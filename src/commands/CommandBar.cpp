@@ -4,7 +4,7 @@
 #include "commands/Progress.h"
 #include "editing/Editors.h"
 #include "frame/ReportError.h"
-#include "frame/WindowFrame.h"
+#include "pages/PageGrids.h"
 #include "platform/MouseCapture.h"
 
 #include <tessaly/BaseModel.h>
@@ -18,28 +18,21 @@ namespace {
 
 enum Command : int16_t { NVRead = 0, NVWrite = 1, Exit = 2, Restore = 3 };
 
-ButtonLooks LooksOf(const Image* idle, const Image* over, const Image* sel, const Image* dim)
-{
-    return {idle->Picture(), over->Picture(), sel->Picture(), dim->Picture()};
-}
-
 } // namespace
 
-CommandBar::CommandBar(PanelControls& controls, ModelBinding& model, Progress& progress, Editors& editors,
-                       WindowFrame& frame)
-    : c(controls)
+CommandBar::CommandBar(const PanelWidget& panel, CommandControls controls, ModelBinding& model, Progress& progress,
+                       Editors& editors, PageGrids& pages)
+    : m_panel(panel)
+    , m_buttons(controls.buttons)
     , m_model(model)
     , m_progress(progress)
     , m_editors(editors)
-    , m_frame(frame)
+    , m_pages(pages)
     , m_looks{
-          ImageButtonLook(c.picCommand(NVRead),
-                          LooksOf(c.imageReadIdle, c.imageReadOver, c.imageReadSel, c.imageReadDim)),
-          ImageButtonLook(c.picCommand(NVWrite),
-                          LooksOf(c.imageWriteIdle, c.imageWriteOver, c.imageWriteSel, c.imageWriteDim)),
-          ImageButtonLook(c.picCommand(Exit), LooksOf(c.imageExitIdle, c.imageExitOver, c.imageExitSel, c.imageExitDim)),
-          ImageButtonLook(c.picCommand(Restore),
-                          LooksOf(c.imageUndoIdle, c.imageUndoOver, c.imageUndoSel, c.imageUndoDim)),
+          ImageButtonLook(m_buttons(NVRead), controls.looks[NVRead]),
+          ImageButtonLook(m_buttons(NVWrite), controls.looks[NVWrite]),
+          ImageButtonLook(m_buttons(Exit), controls.looks[Exit]),
+          ImageButtonLook(m_buttons(Restore), controls.looks[Restore]),
       }
 {
 }
@@ -54,13 +47,13 @@ void CommandBar::ShowStartLooks()
 
 bool CommandBar::IsLive(int16_t Index) const
 {
-    return Index == NVRead || Index == Exit || g_bNVReadDone;
+    return Index == NVRead || Index == Exit || m_nvReadDone;
 }
 
 void CommandBar::picCommand_MouseMove(int16_t Index, int16_t, int16_t, float X, float Y)
 {
     OnErrorReport("Event_Function", "picCommand_MouseMove", [&] {
-        if (g_nActiveCommand != Index)
+        if (m_activeCommand != Index)
             m_looks.at(size_t(Index)).MouseMove(X, Y, IsLive(Index));
     });
 }
@@ -77,46 +70,46 @@ void CommandBar::picCommand_Click(int16_t Index)
 {
     // The host may end the panel while the command asks its window to close,
     // or in the pass of the event loop: nothing is touched after that.
-    const QPointer<QWidget> alive(&c.UserControl);
+    const QPointer<QWidget> alive(&m_panel.UserControl);
     OnErrorReport("Event_Function", "picCommand_Click", [&] {
-        if (g_bCommandBusy)
+        if (m_commandBusy)
             return;
-        c.UserControl.setCursor(Qt::WaitCursor);
-        g_bCommandBusy = true;
+        m_panel.UserControl.setCursor(Qt::WaitCursor);
+        m_commandBusy = true;
         for (ImageButtonLook& look : m_looks)
             look.ShowDimmed();
         for (int16_t i = 0; i <= 3; ++i)
-            c.picCommand(i)->setEnabled(false);
+            m_buttons(i)->setEnabled(false);
         // Restore runs with its rest look, the others pressed.
         if (IsLive(Index))
             Index == Restore ? m_looks[Restore].ShowRest() : m_looks.at(size_t(Index)).ShowPressed();
-        g_nActiveCommand = Index;
+        m_activeCommand = Index;
 
         if (Index == Exit) {
-            QWidget* parent = c.UserControl.window();
+            QWidget* parent = m_panel.UserControl.window();
             ReleaseCapture();
-            m_frame.ReleaseWheel();
+            m_pages.ReleaseWheel();
             parent->close();
             if (!alive)
                 return;
         } else if (IsLive(Index)) {
             if (!RunOnModel(Index))
                 return;
-            if (!alive || c.Ended())
+            if (!alive || m_panel.Ended())
                 return;
             m_editors.SetCellPosition();
             if (Index == NVRead)
-                g_bNVReadDone = true;
+                m_nvReadDone = true;
         }
 
         // The one pass of the event loop: clicks queued meanwhile find the
         // guard still set and are lost; the frame's buttons act here.
         QCoreApplication::processEvents();
-        if (!alive || c.Ended())
+        if (!alive || m_panel.Ended())
             return;
-        c.UserControl.unsetCursor();
-        g_bCommandBusy = false;
-        g_nActiveCommand = -1;
+        m_panel.UserControl.unsetCursor();
+        m_commandBusy = false;
+        m_activeCommand = -1;
         SetDefaultButtonState();
     });
 }
@@ -124,22 +117,16 @@ void CommandBar::picCommand_Click(int16_t Index)
 bool CommandBar::RunOnModel(int16_t Index)
 {
     if (!m_model.CheckModelDLL()) {
-        if (!c.Ended()) {
+        if (!m_panel.Ended()) {
+            m_panel.UserControl.unsetCursor();
             SetDefaultButtonState();
-            g_bCommandBusy = false;
+            m_commandBusy = false;
         }
         return false;
     }
     static const QString captions[] = {QStringLiteral("NV Read"), QStringLiteral("NV Write"), QString(),
                                        QStringLiteral("Restore")};
-    c.lblProcess->setCaption(captions[Index]);
-    c.lblPercent->setCaption(QStringLiteral("0 %"));
-    if (Index == Restore) {
-        m_progress.RestartCount(); // the old bar stays until the empty one is refreshed
-    } else {
-        c.UserControl.repaint(c.OwnSurface()); // the new captions show before the model holds the thread
-        c.pbProgressBg->Refresh();
-    }
+    m_progress.Start(captions[Index], Index == Restore);
     IBaseModel* model = m_model.Model();
     if (Index == NVRead)
         model->NVRead();
@@ -156,8 +143,8 @@ void CommandBar::SetDefaultButtonState()
         for (int16_t i = 0; i <= 3; ++i)
             m_looks.at(size_t(i)).ShowAtRest(IsLive(i));
         for (int16_t i = 0; i <= 3; ++i)
-            c.picCommand(i)->setEnabled(true);
-        g_nActiveCommand = -1;
+            m_buttons(i)->setEnabled(true);
+        m_activeCommand = -1;
     });
 }
 

@@ -1,7 +1,8 @@
 // The command bar: NV Read, NV Write, Exit and Restore as four image buttons
 // whose bitmaps show their state, and the run of a command on the model.
 // While a command runs the bar is busy: its buttons dim and refuse clicks.
-// NV Write and Restore are offered once an NV Read has completed.
+// NV Write and Restore are offered once an NV Read has completed. The bar
+// alone sets the panel's wait cursor, for the run of a command.
 #pragma once
 
 #include "frame/ImageButtonLook.h"
@@ -14,13 +15,13 @@ namespace tessaly {
 
 class Editors;
 class ModelBinding;
+class PageGrids;
 class Progress;
-class WindowFrame;
 
 class CommandBar {
 public:
-    CommandBar(PanelControls& controls, ModelBinding& model, Progress& progress, Editors& editors,
-               WindowFrame& frame);
+    CommandBar(const PanelWidget& panel, CommandControls controls, ModelBinding& model, Progress& progress,
+               Editors& editors, PageGrids& pages);
 
     // Start-up: NV Read and Exit at rest, NV Write dimmed, Restore at rest
     // though it takes no click before the first read.
@@ -36,15 +37,16 @@ private:
     // Runs an NV Read, NV Write or Restore on the model; false when none is bound.
     bool RunOnModel(int16_t Index);
 
-    PanelControls& c;
+    const PanelWidget& m_panel;
+    ControlArray<PictureBox>& m_buttons;
     ModelBinding& m_model;
     Progress& m_progress;
     Editors& m_editors;
-    WindowFrame& m_frame;
+    PageGrids& m_pages;
     std::array<ImageButtonLook, 4> m_looks;
-    int16_t g_nActiveCommand = -1;
-    bool g_bNVReadDone = false;
-    bool g_bCommandBusy = false;
+    int16_t m_activeCommand = -1;
+    bool m_nvReadDone = false;
+    bool m_commandBusy = false;
 };
 
 } // namespace tessaly

@@ -20,8 +20,9 @@ const char* const Events[][2] = {
 
 } // namespace
 
-ModelBinding::ModelBinding(PanelControls& controls, Progress& progress)
-    : c(controls)
+ModelBinding::ModelBinding(const PanelWidget& panel, Label& portInfo, Progress& progress)
+    : m_panel(panel)
+    , m_portInfo(portInfo)
     , m_progress(progress)
 {
 }
@@ -29,25 +30,25 @@ ModelBinding::ModelBinding(PanelControls& controls, Progress& progress)
 void ModelBinding::SetModelDLL(IBaseModel* model)
 {
     OnErrorReport("Interface", "SetModelDLL", [&] {
-        g_objModel = model;
+        m_model = model;
         // The receiver leaves the earlier model and joins this one.
-        for (const QMetaObject::Connection& connection : std::exchange(events, {}))
+        for (const QMetaObject::Connection& connection : std::exchange(m_events, {}))
             QObject::disconnect(connection);
-        if (model && c.Handlers) {
+        if (model && m_panel.Handlers) {
             if (!m_receiver)
-                m_receiver = new ModelEvents(c.Handlers.get(), m_progress);
+                m_receiver = new ModelEvents(m_panel.Handlers.get(), m_progress);
             for (const char* const* event : Events)
-                events << QObject::connect(model, event[0], m_receiver, event[1]);
+                m_events << QObject::connect(model, event[0], m_receiver, event[1]);
         }
-        if (!g_objModel) {
-            c.lblModelPortInfo->setCaption(QStringLiteral("No Phone"));
+        if (!m_model) {
+            m_portInfo.setCaption(QStringLiteral("No Phone"));
             return;
         }
         QString name;
         QString port;
-        g_objModel->GetModelName(name);
-        g_objModel->GetPortNumber(port);
-        c.lblModelPortInfo->setCaption(name + QStringLiteral("  (") + QStringLiteral("COM") + port + QStringLiteral(")"));
+        m_model->GetModelName(name);
+        m_model->GetPortNumber(port);
+        m_portInfo.setCaption(name + QStringLiteral("  (") + QStringLiteral("COM") + port + QStringLiteral(")"));
     });
 }
 
@@ -55,13 +56,11 @@ bool ModelBinding::CheckModelDLL()
 {
     bool bound = false;
     OnErrorReport("Common_Function", "CheckModelDLL", [&] {
-        if (g_objModel) {
+        if (m_model) {
             bound = true;
             return;
         }
         MsgBox(QStringLiteral("Error : There is no selected model"), MsgBoxStyle::Critical);
-        if (!c.Ended())
-            c.UserControl.unsetCursor();
     });
     return bound;
 }

@@ -18,19 +18,20 @@ class Progress;
 
 class ModelBinding {
 public:
-    ModelBinding(PanelControls& controls, Progress& progress);
+    ModelBinding(const PanelWidget& panel, Label& portInfo, Progress& progress);
 
     void SetModelDLL(IBaseModel* model);
     // Whether a model is bound; says so in a box when none is.
     bool CheckModelDLL();
     // The bound model, or nullptr.
-    IBaseModel* Model() const { return g_objModel; }
+    IBaseModel* Model() const { return m_model; }
 
 private:
-    PanelControls& c;
+    const PanelWidget& m_panel;
+    Label& m_portInfo;
     Progress& m_progress;
-    QPointer<IBaseModel> g_objModel;
-    QList<QMetaObject::Connection> events;
+    QPointer<IBaseModel> m_model;
+    QList<QMetaObject::Connection> m_events;
     QPointer<ModelEvents> m_receiver; // made at the first binding, with the handlers as its parent
 };
 

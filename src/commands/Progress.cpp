@@ -43,16 +43,39 @@ int32_t EndOfRun(int32_t count, int16_t now, int32_t total)
 
 } // namespace
 
-Progress::Progress(PanelControls& controls)
-    : c(controls)
+Progress::Progress(const PanelWidget& panel, ProgressControls controls)
+    : m_panel(panel)
+    , m_controls(controls)
 {
+}
+
+void Progress::Start(const QString& command, bool restore)
+{
+    m_controls.process.setCaption(command);
+    m_controls.percent.setCaption(QStringLiteral("0 %"));
+    if (restore) {
+        m_count = 0;
+    } else {
+        m_panel.UserControl.repaint(m_panel.OwnSurface());
+        m_controls.bar.Refresh();
+    }
+}
+
+// A control drawn at once makes Qt first paint what is pending on the panel
+// around it; that is no repaint of the panel, and the bar stays as drawn.
+void Progress::Redraw()
+{
+    if (m_drawing)
+        return;
+    m_controls.bar.Refresh();
+    DrawProgressBar();
 }
 
 void Progress::events_StepIt(int32_t)
 {
     OnErrorReport("Event_Function", "events_StepIt", [&] {
-        g_lProgressCount = ToInt32(int64_t(g_lProgressCount) + 1);
-        if (g_lTotalProgressCount == 0) {
+        m_count = ToInt32(int64_t(m_count) + 1);
+        if (m_totalCount == 0) {
             MsgBox(QStringLiteral("Sub Total Count Not Set"));
             return;
         }
@@ -64,8 +87,8 @@ void Progress::events_StepIt(int32_t)
 
 bool Progress::FindRun()
 {
-    const int32_t count = g_lProgressCount;
-    const int32_t total = g_lTotalProgressCount;
+    const int32_t count = m_count;
+    const int32_t total = m_totalCount;
     const int16_t now = Percentage(count, total);
     const bool changed = now != Percentage(count - 1, total);
     m_run = {total, count, EndOfRun(count, now, total)};
@@ -75,15 +98,15 @@ bool Progress::FindRun()
 void Progress::events_GetSubTotalProgressCount(const QString&, int32_t dwTotalProgressCount, int32_t)
 {
     OnErrorReport("Event_Function", "events_GetSubTotalProgressCount", [&] {
-        g_lSubTotalProgressCount = dwTotalProgressCount;
-        g_lTotalProgressCount = dwTotalProgressCount;
+        m_subTotalCount = dwTotalProgressCount;
+        m_totalCount = dwTotalProgressCount;
     });
 }
 
 void Progress::events_GetTotalProgressCount(int32_t dwTotalProgressCount, int32_t)
 {
     OnErrorReport("Event_Function", "events_GetTotalProgressCount",
-                  [&] { g_lTotalProgressCount = dwTotalProgressCount; });
+                  [&] { m_totalCount = dwTotalProgressCount; });
 }
 
 void Progress::events_SetProcessStep(int32_t, int32_t nStatus, int32_t)
@@ -101,9 +124,9 @@ void Progress::events_SetSubProcessStep(int32_t, int32_t nStatus, int32_t)
 void Progress::MoveToStep(int32_t nStatus)
 {
     if (nStatus == 1)
-        g_lProgressCount = 0;
+        m_count = 0;
     else if (nStatus == 2)
-        g_lProgressCount = g_lSubTotalProgressCount;
+        m_count = m_subTotalCount;
 }
 
 void Progress::DrawProgress()
@@ -122,12 +145,12 @@ void Progress::DrawProgressBar()
 {
     OnErrorReport("Common_Function", "DrawProgressBar", [&] {
         const int16_t percentage =
-            g_lTotalProgressCount == 0 ? int16_t(0) : Percentage(g_lProgressCount, g_lTotalProgressCount);
-        const int16_t width = RoundToInt16(c.pbProgress->Width() / TwipsPerPixel * percentage / 100.0);
-        const int32_t height = RoundToInt32(c.pbProgress->Height() / TwipsPerPixel);
-        c.pbProgressBg->BitBlt(1, 1, width, height, *c.pbProgress, 0, 0);
+            m_totalCount == 0 ? int16_t(0) : Percentage(m_count, m_totalCount);
+        const int16_t width = RoundToInt16(m_controls.fill.Width() / TwipsPerPixel * percentage / 100.0);
+        const int32_t height = RoundToInt32(m_controls.fill.Height() / TwipsPerPixel);
+        m_controls.bar.BitBlt(1, 1, width, height, m_controls.fill, 0, 0);
         // Drawn again after every refresh, which sets the value back to 0.
-        c.pbProgressBg->setProgressValue(percentage);
+        m_controls.bar.setProgressValue(percentage);
     });
 }
 
@@ -135,10 +158,10 @@ void Progress::DrawProgressState()
 {
     OnErrorReport("Common_Function", "DrawProgressState", [&] {
         const int16_t percentage =
-            g_lTotalProgressCount == 0 ? int16_t(0) : Percentage(g_lProgressCount, g_lTotalProgressCount);
-        c.lblPercent->setCaption(percentage == 100 ? QStringLiteral("Complete")
+            m_totalCount == 0 ? int16_t(0) : Percentage(m_count, m_totalCount);
+        m_controls.percent.setCaption(percentage == 100 ? QStringLiteral("Complete")
                                                  : QString::number(percentage) + QStringLiteral(" %"));
-        c.lblPercent->Refresh();
+        m_controls.percent.Refresh();
     });
 }
 

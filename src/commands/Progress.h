@@ -14,7 +14,7 @@ namespace tessaly {
 
 class Progress {
 public:
-    explicit Progress(PanelControls& controls);
+    Progress(const PanelWidget& panel, ProgressControls controls);
 
     // The model's events.
     void events_StepIt(int32_t lPort);
@@ -24,11 +24,13 @@ public:
     void events_SetProcessStep(int32_t lProcess, int32_t nStatus, int32_t lPort);
     void events_SetSubProcessStep(int32_t lProcess, int32_t nStatus, int32_t lPort);
 
-    // A Restore counts its steps from 0 and leaves the bar as it is.
-    void RestartCount() { g_lProgressCount = 0; }
-
-    // Whether the bar or the caption is being drawn at this moment.
-    bool Drawing() const { return m_drawing; }
+    // A command starts: its name and 0 % shown before the model holds the
+    // thread. A Restore counts its steps from 0 and leaves the bar as it
+    // is until the empty one is refreshed; the others show the empty bar.
+    void Start(const QString& command, bool restore);
+    // The bar drawn again from the counters, as the panel repaints; nothing
+    // while the bar or the caption is being drawn.
+    void Redraw();
 
     void DrawProgress();
     void DrawProgressBar();
@@ -41,17 +43,18 @@ private:
     // division: most steps of a long command are.
     bool PercentageChanged()
     {
-        const int32_t count = g_lProgressCount;
-        return (g_lTotalProgressCount != m_run.total || count <= m_run.first || count >= m_run.end) && FindRun();
+        const int32_t count = m_count;
+        return (m_totalCount != m_run.total || count <= m_run.first || count >= m_run.end) && FindRun();
     }
     // Finds the run of equal percentages that the count is in; whether the
     // count starts it.
     bool FindRun();
 
-    PanelControls& c;
-    int32_t g_lTotalProgressCount = 0;
-    int32_t g_lSubTotalProgressCount = 0;
-    int32_t g_lProgressCount = 0;
+    const PanelWidget& m_panel;
+    ProgressControls m_controls;
+    int32_t m_totalCount = 0;
+    int32_t m_subTotalCount = 0;
+    int32_t m_count = 0;
     bool m_drawing = false;
     // Counts after `first` and before `end` have the percentage of `first`
     // in `total`.

@@ -3,16 +3,17 @@
 #include "editing/Editors.h"
 
 #include "frame/ReportError.h"
+#include "pages/PageGrids.h"
 
 namespace tessaly {
 
 void Editors::cboEditCell_Click(int16_t Index)
 {
     OnErrorReport("Event_Function", "cboEditCell_Click", [&] {
-        MSFlexGrid* grid = c.MSFlexGrid1(Index);
+        MSFlexGrid* grid = m_pages.Grid(Index);
         const int row = grid->Row();
         const int col = grid->Col();
-        grid->setTextMatrix(row, col, c.cboEditCell(Index)->Text());
+        grid->setTextMatrix(row, col, m_pages.ListEditor(Index)->Text());
     });
 }
 

@@ -4,7 +4,7 @@
 // The editors remember the cell where text editing began.
 #pragma once
 
-#include "layout/PanelControls.h"
+#include "layout/PanelWidget.h"
 #include "pages/PageRecords.h"
 
 #include <QMetaObject>
@@ -20,7 +20,7 @@ class PageGrids;
 
 class Editors {
 public:
-    Editors(PanelControls& controls, const PageGrids& pages, CellStore& cells);
+    Editors(const PanelWidget& panel, const PageGrids& pages, CellStore& cells);
 
     // Selecting a cell and opening its editor.
     void MSFlexGrid1_RowConlChange(int16_t Index);
@@ -49,12 +49,12 @@ private:
     void WatchEditorsClosing(int16_t Index);
     void StopWatchingEditors(int16_t Index);
 
-    PanelControls& c;
+    const PanelWidget& m_panel;
     const PageGrids& m_pages;
     CellStore& m_cells;
-    int16_t g_nEditPart = 0;
-    int16_t g_nEditRow = 0;
-    int16_t g_nEditCol = 0;
+    int16_t m_editPart = 0;
+    int16_t m_editRow = 0;
+    int16_t m_editCol = 0;
     // Per page, while an editor is open: its grid's RowColChange and Scroll.
     std::vector<std::pair<QMetaObject::Connection, QMetaObject::Connection>> m_editorWatch;
 };

@@ -7,6 +7,7 @@
 #include "frame/ReportError.h"
 #include "frame/frmMsgBox.h"
 #include "pages/CellStore.h"
+#include "pages/PageGrids.h"
 #include "platform/ModalBox.h"
 #include "platform/Numeric.h"
 #include "platform/VirtualKey.h"
@@ -30,21 +31,21 @@ bool IsPhoneNumberCell(int16_t page, const MSFlexGrid& grid)
 void Editors::txtEdit_GotFocus(int16_t Index)
 {
     OnErrorReport("Event_Function", "txtEdit_GotFocus", [&] {
-        c.txtEdit(Index)->setSelStart(0);
-        const MSFlexGrid* grid = c.MSFlexGrid1(Index);
-        g_nEditPart = Index;
-        g_nEditRow = ToInt16(grid->Row());
-        g_nEditCol = ToInt16(grid->Col());
+        m_pages.TextEditor(Index)->setSelStart(0);
+        const MSFlexGrid* grid = m_pages.Grid(Index);
+        m_editPart = Index;
+        m_editRow = ToInt16(grid->Row());
+        m_editCol = ToInt16(grid->Col());
         if (IsPhoneNumberCell(Index, *grid)) {
             // The focus comes back with the window's activation when the box
             // closes, which raises no second GotFocus.
-            const QPointer<frmMsgBox> notice = new frmMsgBox(&c.UserControl);
+            const QPointer<frmMsgBox> notice = new frmMsgBox(&m_panel.UserControl);
             notice->SetMessage(QStringLiteral("LOCK_CODE would be changed according to MDN"));
             ShowModal(*notice);
             delete notice.data();
-            if (c.Ended())
+            if (m_panel.Ended())
                 return;
-            c.txtEdit(Index)->SetFocus();
+            m_pages.TextEditor(Index)->SetFocus();
         }
     });
 }
@@ -52,7 +53,7 @@ void Editors::txtEdit_GotFocus(int16_t Index)
 void Editors::txtEdit_KeyPress(int16_t Index, int16_t& KeyAscii)
 {
     OnErrorReport("Event_Function", "txtEdit_KeyPress", [&] {
-        const MSFlexGrid* grid = c.MSFlexGrid1(Index);
+        const MSFlexGrid* grid = m_pages.Grid(Index);
         const CellAttr& attr = m_cells.Attr(Index, grid->Row(), grid->Col());
         if (attr.IsNumber && KeyAscii != vbKeyBack && (KeyAscii > '9' || KeyAscii < '0'))
             KeyAscii = 0;
@@ -62,13 +63,13 @@ void Editors::txtEdit_KeyPress(int16_t Index, int16_t& KeyAscii)
 void Editors::txtEdit_KeyUp(int16_t Index, int16_t KeyCode, int16_t)
 {
     OnErrorReport("Event_Function", "txtEdit_KeyUp", [&] {
-        TextBox* box = c.txtEdit(Index);
-        MSFlexGrid* grid = c.MSFlexGrid1(Index);
+        TextBox* box = m_pages.TextEditor(Index);
+        MSFlexGrid* grid = m_pages.Grid(Index);
         box->SetFocus();
         grid->setTextMatrix(grid->Row(), grid->Col(), box->Text());
         if (KeyCode == vbKeyReturn) {
             box->setVisible(false); // raises txtEdit_LostFocus
-            if (c.Ended())
+            if (m_panel.Ended())
                 return;
             grid->SetFocus();
         }

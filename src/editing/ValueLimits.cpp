@@ -5,6 +5,7 @@
 
 #include "frame/ReportError.h"
 #include "pages/CellStore.h"
+#include "pages/PageGrids.h"
 #include "platform/MsgBox.h"
 
 #include <charconv>
@@ -84,15 +85,15 @@ void Editors::CheckOverflow()
 {
     OnErrorReport("Common_Function", "CheckOverflow", [&] {
         // The remembered cell, not the current one, which may have moved on.
-        const int16_t part = g_nEditPart;
-        const int16_t row = g_nEditRow;
-        const int16_t col = g_nEditCol;
+        const int16_t part = m_editPart;
+        const int16_t row = m_editRow;
+        const int16_t col = m_editCol;
         const ItemBoundary boundaries[] = {
             SetBoundaryOfItem(QStringLiteral("Primary CDMA Channel, A band"), 0, 0, 32767, 0),
             SetBoundaryOfItem(QStringLiteral("Secondary CDMA Channel, A band"), 0, 0, 32767, 0),
         };
 
-        MSFlexGrid* grid = c.MSFlexGrid1(part);
+        MSFlexGrid* grid = m_pages.Grid(part);
         if (!m_cells.Attr(part, row, col).IsNumber)
             return;
         const QString title = grid->TextMatrix(row, 0);
@@ -111,9 +112,9 @@ void Editors::CheckOverflow()
         if (value >= boundary->nMin && value <= boundary->nMax)
             return;
         MsgBox(boundary->strTitle + QStringLiteral(" doesn't allow the value : ") + text);
-        if (c.Ended())
+        if (m_panel.Ended())
             return;
-        c.MSFlexGrid1(part)->setTextMatrix(row, col, QString::number(boundary->nDefault));
+        m_pages.Grid(part)->setTextMatrix(row, col, QString::number(boundary->nDefault));
     });
 }
 

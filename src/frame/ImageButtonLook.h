@@ -7,6 +7,8 @@
 // the capture go.
 #pragma once
 
+#include "layout/ButtonLooks.h"
+
 #include <QPixmap>
 
 #include <functional>
@@ -15,14 +17,6 @@
 class QWidget;
 
 namespace tessaly {
-
-// A look a button has no bitmap for is shown as its rest look.
-struct ButtonLooks {
-    QPixmap rest;
-    QPixmap hover;
-    QPixmap pressed;
-    QPixmap dimmed;
-};
 
 class ImageButtonLook {
 public:

@@ -1,16 +1,18 @@
 #include "frame/WindowFrame.h"
 
 #include "frame/ReportError.h"
-#include "frame/modWheelScroll.h"
+#include "pages/PageGrids.h"
 #include "platform/MouseCapture.h"
 #include "platform/WindowDrag.h"
 
 namespace tessaly {
 
-WindowFrame::WindowFrame(PanelControls& controls)
-    : c(controls)
-    , m_close(c.imgWndClose, {c.imageClose->Picture(), {}, c.imageCloseSel->Picture(), {}})
-    , m_min(c.imgWndMin, {c.imageMinize->Picture(), {}, c.imageMinimizeSel->Picture(), {}})
+WindowFrame::WindowFrame(const PanelWidget& panel, FrameControls controls, PageGrids& pages)
+    : m_panel(panel)
+    , m_title(controls.title)
+    , m_pages(pages)
+    , m_close(&controls.close, controls.closeLooks)
+    , m_min(&controls.minimise, controls.minimiseLooks)
 {
 }
 
@@ -34,9 +36,9 @@ void WindowFrame::imgWndClose_MouseUp()
 void WindowFrame::imgWndClose_Click()
 {
     OnErrorReport("Event_Function", "imgWndClose_Click", [&] {
-        QWidget* parent = c.UserControl.window();
+        QWidget* parent = m_panel.UserControl.window();
         ReleaseCapture();
-        ReleaseWheel();
+        m_pages.ReleaseWheel();
         parent->close(); // the host may end the panel here
     });
 }
@@ -54,7 +56,7 @@ void WindowFrame::imgWndMin_MouseUp()
 void WindowFrame::imgWndMin_Click()
 {
     OnErrorReport("Event_Function", "imgWndMin_Click", [&] {
-        QWidget* parent = c.UserControl.window();
+        QWidget* parent = m_panel.UserControl.window();
         ReleaseCapture();
         parent->showMinimized();
     });
@@ -64,20 +66,11 @@ void WindowFrame::imgWndMin_Click()
 void WindowFrame::lblTitle_MouseMove(int Button, int, float X, float Y)
 {
     OnErrorReport("Event_Function", "lblTitle_MouseMove", [&] {
-        QWidget* parent = c.UserControl.window();
+        QWidget* parent = m_panel.UserControl.window();
         if (Button == 1) {
             ReleaseCapture();
-            BeginWindowDrag(parent, c.lblTitle->mapToGlobal(QPointF(X / TwipsPerPixel, Y / TwipsPerPixel)));
+            BeginWindowDrag(parent, m_title.mapToGlobal(QPointF(X / TwipsPerPixel, Y / TwipsPerPixel)));
         }
-    });
-}
-
-void WindowFrame::ReleaseWheel()
-{
-    OnErrorReport("Common_Function", "ReleaseWheel", [&] {
-        for (int page = 0; page <= c.MSFlexGrid1.UBound(); ++page)
-            if (c.MSFlexGrid1.exists(page) && HasWheelScroll(c.MSFlexGrid1(page)))
-                RestoreWheelScroll(c.MSFlexGrid1(page));
     });
 }
 

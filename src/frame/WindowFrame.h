@@ -1,6 +1,6 @@
 // The panel's own window frame: the close and minimise buttons and the title
-// as a drag handle, acting on the window that holds the panel; and the wheel
-// hooks of the page grids, which leave with the window.
+// as a drag handle, acting on the window that holds the panel. The page
+// grids' wheel hooks leave with the window.
 #pragma once
 
 #include "frame/ImageButtonLook.h"
@@ -8,9 +8,11 @@
 
 namespace tessaly {
 
+class PageGrids;
+
 class WindowFrame {
 public:
-    explicit WindowFrame(PanelControls& controls);
+    WindowFrame(const PanelWidget& panel, FrameControls controls, PageGrids& pages);
 
     // Start-up: both buttons at rest.
     void ShowStartLooks();
@@ -22,11 +24,11 @@ public:
     void imgWndMin_MouseUp();
     void imgWndMin_Click();
     void lblTitle_MouseMove(int Button, int Shift, float X, float Y);
-    // Takes the wheel hooks off every page grid.
-    void ReleaseWheel();
 
 private:
-    PanelControls& c;
+    const PanelWidget& m_panel;
+    Label& m_title;
+    PageGrids& m_pages;
     ImageButtonLook m_close;
     ImageButtonLook m_min;
 };

@@ -27,6 +27,12 @@ QFont LayoutFont(const QString& family, double points, bool bold = false)
     return font;
 }
 
+// A frame over the whole data area.
+Frame* PlaceInDataArea(QWidget* container, const char* name)
+{
+    return Place<Frame>(container, name, DataArea.x(), DataArea.y(), DataArea.width(), DataArea.height());
+}
+
 // A transparent caption.
 Label* PlaceLabel(QWidget* container, const char* name, int left, int top, int width, int height,
                   const QString& caption)
@@ -99,14 +105,34 @@ QPalette LayoutPalette()
 } // namespace
 
 PanelControls::PanelControls(QWidget& userControl)
-    : UserControl(userControl)
+    : Widget(userControl)
 {
     BuildLayout();
 }
 
+CommandControls PanelControls::ForCommands()
+{
+    const auto looks = [](const Image* idle, const Image* over, const Image* sel, const Image* dim) {
+        return ButtonLooks{idle->Picture(), over->Picture(), sel->Picture(), dim->Picture()};
+    };
+    return {picCommand,
+            {
+                looks(imageReadIdle, imageReadOver, imageReadSel, imageReadDim),
+                looks(imageWriteIdle, imageWriteOver, imageWriteSel, imageWriteDim),
+                looks(imageExitIdle, imageExitOver, imageExitSel, imageExitDim),
+                looks(imageUndoIdle, imageUndoOver, imageUndoSel, imageUndoDim),
+            }};
+}
+
+FrameControls PanelControls::ForFrame()
+{
+    return {*imgWndClose, *imgWndMin, *lblTitle, {imageClose->Picture(), {}, imageCloseSel->Picture(), {}},
+            {imageMinize->Picture(), {}, imageMinimizeSel->Picture(), {}}};
+}
+
 // The panel's own surface leaves out the controls with windows of their own,
 // which Qt would otherwise repaint with it.
-QRegion PanelControls::OwnSurface() const
+QRegion PanelWidget::OwnSurface() const
 {
     QRegion surface(UserControl.rect());
     for (QObject* child : UserControl.children()) {
@@ -121,9 +147,9 @@ QRegion PanelControls::OwnSurface() const
 void PanelControls::BuildLayout()
 {
     LoadLayoutFonts();
-    QWidget* panel = &UserControl;
+    QWidget* panel = &Widget.UserControl;
     panel->setObjectName(QStringLiteral("Tessaly"));
-    panel->resize(ToPixels(21000), ToPixels(15750));
+    panel->setFixedSize(ToPixels(PanelWidth), ToPixels(PanelHeight));
     panel->setFont(LayoutFont(Tahoma, 9.75, true));
     panel->setPalette(LayoutPalette());
     Picture = SkinPicture(QStringLiteral("Tessaly"));
@@ -172,9 +198,10 @@ void PanelControls::BuildLayout()
     lblProcess->setFont(LayoutFont(Tahoma, 14.25));
     picCommand.Adopt(0, PlaceButton(panel, 360, 7520, 879, 460, QStringLiteral("NV Read")));
 
-    fraBasicInfo = Place<Frame>(panel, "fraBasicInfo", 3840, 1320, 6735, 6855);
+    fraBasicInfo = PlaceInDataArea(panel, "fraBasicInfo");
     fraBasicInfo->setFont(LayoutFont(Gulim, 9));
     imgDataBack = Place<Image>(fraBasicInfo, "imgDataBack", 0, 0, 7260, 7020);
+    imgDataBack->setPicture(imageBasicInfo2->Picture());
     imgDataBack->setEnabled(false);
     imgDataBack->setAttribute(Qt::WA_TransparentForMouseEvents);
     txtLifeCnt = PlaceInfoBox(fraBasicInfo, "txtLifeCnt", 3240);
@@ -190,11 +217,14 @@ void PanelControls::BuildLayout()
     PlaceCaption(fraBasicInfo, txtLifeTimer, QStringLiteral("Life Timer"));
     PlaceCaption(fraBasicInfo, txtLifeCnt, QStringLiteral("Life Count"));
 
-    Frame* page0 = Place<Frame>(panel, "fraFlexGrid", 11040, 600, 2775, 2175);
+    // Page 0's controls, which the other pages copy as they are loaded: the
+    // grid fills its frame, and the frame shows when its node is clicked.
+    Frame* page0 = PlaceInDataArea(panel, "fraFlexGrid");
     page0->setBackColor(QColor(0xFF, 0xFF, 0xC0));
     page0->setFont(LayoutFont(Tahoma, 8.25));
+    page0->hide();
     fraFlexGrid.Adopt(0, page0);
-    auto* grid0 = Place<MSFlexGrid>(page0, "MSFlexGrid1", 0, 0, 2415, 1800);
+    auto* grid0 = Place<MSFlexGrid>(page0, "MSFlexGrid1", 0, 0, DataArea.width(), DataArea.height());
     grid0->setRows(5);
     grid0->setCols(10);
     grid0->setFont(LayoutFont(Tahoma, 8.25));
@@ -217,8 +247,9 @@ void PanelControls::BuildLayout()
     picCommand.Adopt(1, PlaceButton(panel, 1300, 7520, 879, 460, QStringLiteral("NV Write")));
     picCommand.Adopt(2, PlaceButton(panel, 2250, 7520, 879, 460, QStringLiteral("Exit")));
 
-    fraMIPProfile = Place<Frame>(panel, "fraMIPProfile", 3840, 9240, 6735, 6855);
+    fraMIPProfile = PlaceInDataArea(panel, "fraMIPProfile");
     fraMIPProfile->setFont(LayoutFont(Gulim, 9));
+    fraMIPProfile->hide();
     imgMIPProfile = Place<Image>(fraMIPProfile, "imgMIPProfile", 0, 0, 6750, 7005);
     imgMIPProfile->setPicture(SkinPicture(imgMIPProfile->objectName()));
     Label1 = PlaceLabel(fraMIPProfile, "Label1", 3960, 960, 1815, 375, QStringLiteral("Number Of Profiles"));

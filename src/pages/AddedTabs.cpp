@@ -3,6 +3,7 @@
 #include "pages/CellStore.h"
 #include "pages/PageGrids.h"
 #include "pages/PageTable.h"
+#include "pages/PageTree.h"
 #include "platform/Numeric.h"
 
 #include <tessaly/TessalyError.h>
@@ -24,8 +25,8 @@ auto ReportToHost(Body&& body)
 
 } // namespace
 
-AddedTabs::AddedTabs(PanelControls& controls, PageGrids& pages, CellStore& cells)
-    : c(controls)
+AddedTabs::AddedTabs(PageTree& tree, PageGrids& pages, CellStore& cells)
+    : m_tree(tree)
     , m_pages(pages)
     , m_cells(cells)
 {
@@ -34,12 +35,12 @@ AddedTabs::AddedTabs(PanelControls& controls, PageGrids& pages, CellStore& cells
 int16_t AddedTabs::AddTab(const QString& strTabName, int16_t nFlexGridColCount)
 {
     return ReportToHost([&] {
-        c.OrvenTreeView1->AddRootNode(strTabName);
-        const int spare = g_arrAddedTab.UBound();
+        m_tree.AddRootNode(strTabName);
+        const int spare = m_addedTabs.UBound();
         const int16_t page = m_pages.AppendPage();
-        c.MSFlexGrid1(page)->setCols(nFlexGridColCount);
-        g_arrAddedTab.ReDimPreserve(spare + 1);
-        g_arrAddedTab(spare) = {page, strTabName};
+        m_pages.SetColumns(page, nFlexGridColCount);
+        m_addedTabs.ReDimPreserve(spare + 1);
+        m_addedTabs(spare) = {page, strTabName};
         m_pages.SetFlexGridTitle(page, 1, ToInt16(nFlexGridColCount - 1));
         m_pages.InitFlexGrid(page, AddedValueWidth);
         // Every page has the records of the widest fixed page, whatever its width.
@@ -61,13 +62,13 @@ void AddedTabs::RemoveTab(int16_t TabNumber)
         }
         if (const PageEntry* page = FindPage(TabNumber)) {
             if (page->node)
-                c.OrvenTreeView1->RemoveNode(QLatin1String(page->node));
+                m_tree.RemoveNode(QLatin1String(page->node));
         } else if (TabNumber > LastFixedPage) {
             int16_t index = 0;
             const QString name = FindAddedTabByNumber(TabNumber, index);
             if (!name.isEmpty()) {
-                c.OrvenTreeView1->RemoveNode(name);
-                g_arrAddedTab(index) = {-1, QString()};
+                m_tree.RemoveNode(name);
+                m_addedTabs(index) = {-1, QString()};
             }
             m_pages.RemoveNewestPage();
         }
@@ -77,7 +78,7 @@ void AddedTabs::RemoveTab(int16_t TabNumber)
 QStringList AddedTabs::Names() const
 {
     QStringList names;
-    for (const AddedTab& tab : g_arrAddedTab)
+    for (const AddedTab& tab : m_addedTabs)
         if (tab.TabNumber > LastFixedPage)
             names << tab.TabName;
     return names;
@@ -85,7 +86,7 @@ QStringList AddedTabs::Names() const
 
 int16_t AddedTabs::FindAddedTabByName(const QString& name) const
 {
-    for (const AddedTab& tab : g_arrAddedTab)
+    for (const AddedTab& tab : m_addedTabs)
         if (tab.TabName == name)
             return ToInt16(tab.TabNumber);
     return -1;
@@ -93,10 +94,10 @@ int16_t AddedTabs::FindAddedTabByName(const QString& name) const
 
 QString AddedTabs::FindAddedTabByNumber(int16_t number, int16_t& index) const
 {
-    for (int i = 0; i <= g_arrAddedTab.UBound(); ++i) {
-        if (g_arrAddedTab(i).TabNumber == number) {
+    for (int i = 0; i <= m_addedTabs.UBound(); ++i) {
+        if (m_addedTabs(i).TabNumber == number) {
             index = int16_t(i);
-            return g_arrAddedTab(i).TabName;
+            return m_addedTabs(i).TabName;
         }
     }
     return {};

@@ -3,7 +3,6 @@
 // failure to the host as the call's failure.
 #pragma once
 
-#include "layout/PanelControls.h"
 #include "pages/PageRecords.h"
 #include "platform/Arrays.h"
 
@@ -13,10 +12,11 @@ namespace tessaly {
 
 class CellStore;
 class PageGrids;
+class PageTree;
 
 class AddedTabs {
 public:
-    AddedTabs(PanelControls& controls, PageGrids& pages, CellStore& cells);
+    AddedTabs(PageTree& tree, PageGrids& pages, CellStore& cells);
 
     int16_t AddTab(const QString& strTabName, int16_t nFlexGridColCount);
     void RemoveTab(int16_t TabNumber);
@@ -30,10 +30,10 @@ public:
     QString FindAddedTabByNumber(int16_t number, int16_t& index) const;
 
 private:
-    PanelControls& c;
+    PageTree& m_tree;
     PageGrids& m_pages;
     CellStore& m_cells;
-    Array1D<AddedTab> g_arrAddedTab;
+    Array1D<AddedTab> m_addedTabs;
 };
 
 } // namespace tessaly

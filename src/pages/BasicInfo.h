@@ -8,13 +8,13 @@ namespace tessaly {
 
 class BasicInfo {
 public:
-    explicit BasicInfo(PanelControls& controls);
+    explicit BasicInfo(InfoControls controls);
 
     void SetBasicInfo(const QString& PhoneVersion, const QString& WarrantyDate, const QString& ESN,
                       const QString& MEID, const QString& LifeTime, const QString& LifeCnt);
 
 private:
-    PanelControls& c;
+    InfoControls m_controls;
 };
 
 } // namespace tessaly

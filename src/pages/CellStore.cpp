@@ -1,6 +1,7 @@
 #include "pages/CellStore.h"
 
 #include "frame/ReportError.h"
+#include "pages/MipProfiles.h"
 #include "pages/PageGrids.h"
 #include "pages/PageTable.h"
 #include "platform/MsgBox.h"
@@ -8,16 +9,16 @@
 
 namespace tessaly {
 
-CellStore::CellStore(PanelControls& controls, const PageGrids& pages)
-    : c(controls)
-    , m_pages(pages)
+CellStore::CellStore(const PageGrids& pages, const MipProfiles& profiles)
+    : m_pages(pages)
+    , m_profiles(profiles)
 {
 }
 
 size_t CellStore::RecordIndex(int16_t page, int32_t row, int32_t col) const
 {
-    const int64_t index = int64_t(c.MSFlexGrid1(page)->Rows()) * col + row;
-    if (page < 0 || size_t(page) >= g_arrCellAttr.size() || index < 0 || index >= m_recordsPerPage)
+    const int64_t index = int64_t(m_pages.Grid(page)->Rows()) * col + row;
+    if (page < 0 || size_t(page) >= m_cellAttrs.size() || index < 0 || index >= m_recordsPerPage)
         RaiseSubscript();
     return size_t(index);
 }
@@ -25,7 +26,7 @@ size_t CellStore::RecordIndex(int16_t page, int32_t row, int32_t col) const
 CellAttr& CellStore::Record(int16_t page, int32_t row, int32_t col)
 {
     const size_t index = RecordIndex(page, row, col);
-    std::vector<CellAttr>& records = g_arrCellAttr[size_t(page)];
+    std::vector<CellAttr>& records = m_cellAttrs[size_t(page)];
     if (records.empty())
         records.resize(size_t(m_recordsPerPage));
     return records[index];
@@ -35,29 +36,28 @@ const CellAttr& CellStore::Attr(int16_t page, int32_t row, int32_t col) const
 {
     static const CellAttr unwritten;
     const size_t index = RecordIndex(page, row, col);
-    const std::vector<CellAttr>& records = g_arrCellAttr[size_t(page)];
+    const std::vector<CellAttr>& records = m_cellAttrs[size_t(page)];
     return records.empty() ? unwritten : records[index];
 }
 
-// The widest fixed page is Calibration's.
 void CellStore::SizeForPages()
 {
-    const MSFlexGrid* widest = c.MSFlexGrid1(13);
-    g_nMaxGridCols = ToInt16(widest->Cols());
-    g_nMaxGridRows = ToInt16(widest->Rows());
-    m_recordsPerPage = ToInt16((g_nMaxGridCols + 1) * g_nMaxGridRows) + 1;
-    g_arrCellAttr.assign(size_t(m_pages.LastTab()) + 1, {});
+    const MSFlexGrid* widest = m_pages.Grid(WidestFixedPage());
+    m_maxGridCols = ToInt16(widest->Cols());
+    m_maxGridRows = ToInt16(widest->Rows());
+    m_recordsPerPage = ToInt16((m_maxGridCols + 1) * m_maxGridRows) + 1;
+    m_cellAttrs.assign(size_t(m_pages.LastTab()) + 1, {});
 }
 
 void CellStore::GrowForPage(int16_t page)
 {
-    m_recordsPerPage = ToInt16((g_nMaxGridCols + 1) * g_nMaxGridRows) + 1;
-    g_arrCellAttr.resize(size_t(page) + 1);
+    m_recordsPerPage = ToInt16((m_maxGridCols + 1) * m_maxGridRows) + 1;
+    m_cellAttrs.resize(size_t(page) + 1);
 }
 
 void CellStore::Free()
 {
-    g_arrCellAttr.clear();
+    m_cellAttrs.clear();
     m_recordsPerPage = 0;
 }
 
@@ -69,7 +69,7 @@ void CellStore::AddItemToGrd(int16_t Part, const QString& FormatType, bool IsNum
             MsgBox(QStringLiteral("Bad Tab Index.. In AddItemToGrd()"));
             return;
         }
-        if (Part != ProfilesPart && col >= c.MSFlexGrid1(Part)->Cols()) {
+        if (Part != ProfilesPart && col >= m_pages.Grid(Part)->Cols()) {
             MsgBox(QStringLiteral("Bad Column Index.. In AddItemToGrd()"));
             return;
         }
@@ -81,9 +81,9 @@ void CellStore::AddItemToGrd(int16_t Part, const QString& FormatType, bool IsNum
                   InputStr);
         // Profile 0's values are copied to the profiles beyond the current
         // count, so that a later, higher count finds them filled.
-        const int listIndex = c.cmbProfileCount->ListIndex();
-        if (col == 1 && listIndex < 5) {
-            for (int page = listIndex + FirstProfilePage + 1; page <= LastProfilePage; ++page)
+        const int inUse = m_profiles.InUse();
+        if (col == 1 && inUse < ProfilePages) {
+            for (int page = FirstProfilePage + inUse; page <= LastProfilePage; ++page)
                 WriteCell(int16_t(page), row, 1, FormatType, IsNumber, ReadOnly, ComboStr, InputStr);
         }
     });
@@ -94,7 +94,7 @@ void CellStore::AddItemToGrd(int16_t Part, const QString& FormatType, bool IsNum
 void CellStore::WriteCell(int16_t page, int32_t row, int32_t col, const QString& FormatType, bool IsNumber,
                           bool ReadOnly, const QString& ComboStr, const QString& InputStr)
 {
-    c.MSFlexGrid1(page)->setTextMatrix(row, col, InputStr);
+    m_pages.Grid(page)->setTextMatrix(row, col, InputStr);
     CellAttr& attr = Record(page, row, col);
     // A host fills page after page with the same strings: assigning a
     // string to itself would still cost two atomic counts.
@@ -110,7 +110,7 @@ void CellStore::WriteCell(int16_t page, int32_t row, int32_t col, const QString&
 void CellStore::SetCellForeColor(int16_t Part, int32_t row, int32_t col, bool ReadOnly)
 {
     OnErrorReport("Common_Function", "SetCellForeColor", [&] {
-        MSFlexGrid* grid = c.MSFlexGrid1(Part);
+        MSFlexGrid* grid = m_pages.Grid(Part);
         grid->setCol(col);
         grid->setRow(row);
         grid->setCellForeColor(ReadOnly ? RGB(160, 160, 160) : RGB(73, 73, 73));
@@ -131,14 +131,14 @@ void CellStore::AddItemToGrid2(int16_t Part, const QString& /*FormatType*/, bool
         }
         if (Part == ProfilesPart) {
             for (int16_t page = FirstProfilePage; page <= LastProfilePage; ++page)
-                c.MSFlexGrid1(page)->setTextMatrix(row, 0, InputStr);
+                m_pages.Grid(page)->setTextMatrix(row, 0, InputStr);
         } else {
-            c.MSFlexGrid1(Part)->setTextMatrix(row, 0, InputStr);
+            m_pages.Grid(Part)->setTextMatrix(row, 0, InputStr);
         }
         if (InputStr == QLatin1String("LOCK CODE")) {
-            const int last = g_arrLockCodeCells.UBound();
-            g_arrLockCodeCells.ReDimPreserve(last + 1);
-            LockCodeCell& cell = g_arrLockCodeCells(last);
+            const int last = m_lockCodeCells.UBound();
+            m_lockCodeCells.ReDimPreserve(last + 1);
+            LockCodeCell& cell = m_lockCodeCells(last);
             cell.nPart = Part;
             cell.nRow = ToInt16(row);
             cell.nCol = ToInt16(col);
@@ -154,14 +154,14 @@ QString CellStore::GetItemFromGrd(int16_t Part, int32_t row, int32_t col)
             MsgBox(QStringLiteral("Bad Tab Index.. In GetItemFromGrd()"));
             return;
         }
-        if (Part != ProfilesPart && c.MSFlexGrid1(Part)->Cols() <= ToInt32(int64_t(col) + 1)) {
+        if (Part != ProfilesPart && m_pages.Grid(Part)->Cols() <= ToInt32(int64_t(col) + 1)) {
             MsgBox(QStringLiteral("Bad Column Index.. In GetItemFromGrd()"));
             return;
         }
         if (Part == ProfilesPart)
-            result = c.MSFlexGrid1(ToInt16(int64_t(col) + FirstProfilePage))->TextMatrix(row, 1);
+            result = m_pages.Grid(ToInt16(int64_t(col) + FirstProfilePage))->TextMatrix(row, 1);
         else
-            result = c.MSFlexGrid1(Part)->TextMatrix(row, col + 1);
+            result = m_pages.Grid(Part)->TextMatrix(row, col + 1);
     });
     return result;
 }
@@ -169,9 +169,9 @@ QString CellStore::GetItemFromGrd(int16_t Part, int32_t row, int32_t col)
 // The list ends in a spare entry, which is skipped.
 void CellStore::SetLockCodes(const QString& strLock)
 {
-    for (int i = 0; i <= g_arrLockCodeCells.UBound() - 1; ++i) {
-        const LockCodeCell entry = g_arrLockCodeCells(i);
-        c.MSFlexGrid1(entry.nPart)->setTextMatrix(entry.nRow, 1, strLock);
+    for (int i = 0; i <= m_lockCodeCells.UBound() - 1; ++i) {
+        const LockCodeCell entry = m_lockCodeCells(i);
+        m_pages.Grid(entry.nPart)->setTextMatrix(entry.nRow, 1, strLock);
     }
 }
 

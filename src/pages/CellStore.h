@@ -4,7 +4,6 @@
 // number in the host's calls, 3 stands for the six MIP profile pages.
 #pragma once
 
-#include "layout/PanelControls.h"
 #include "pages/PageRecords.h"
 #include "platform/Arrays.h"
 
@@ -13,11 +12,12 @@
 
 namespace tessaly {
 
+class MipProfiles;
 class PageGrids;
 
 class CellStore {
 public:
-    CellStore(PanelControls& controls, const PageGrids& pages);
+    CellStore(const PageGrids& pages, const MipProfiles& profiles);
 
     // Host interface.
     void AddItemToGrd(int16_t Part, const QString& FormatType, bool IsNumber, bool ReadOnly,
@@ -50,15 +50,15 @@ private:
     size_t RecordIndex(int16_t page, int32_t row, int32_t col) const;
     CellAttr& Record(int16_t page, int32_t row, int32_t col);
 
-    PanelControls& c;
     const PageGrids& m_pages;
+    const MipProfiles& m_profiles;
     // The records of pages 0 to the last, each page's set made at its first
     // write: a page never written reads empty records.
-    std::vector<std::vector<CellAttr>> g_arrCellAttr;
+    std::vector<std::vector<CellAttr>> m_cellAttrs;
     int32_t m_recordsPerPage = 0;
-    Array1D<LockCodeCell> g_arrLockCodeCells;
-    int16_t g_nMaxGridCols = 0;
-    int16_t g_nMaxGridRows = 0;
+    Array1D<LockCodeCell> m_lockCodeCells;
+    int16_t m_maxGridCols = 0;
+    int16_t m_maxGridRows = 0;
 };
 
 } // namespace tessaly

@@ -10,12 +10,16 @@
 
 namespace tessaly {
 
+class PageTree;
+
 class MipProfiles {
 public:
-    explicit MipProfiles(PanelControls& controls);
+    MipProfiles(ProfileControls controls, PageTree& tree);
 
     // Start-up: the counts 1 to 6 in the list.
     void FillCountList();
+    // The profiles in use as the list shows them: 0 before a count is chosen.
+    int InUse() const { return m_controls.count.ListIndex() + 1; }
 
     int16_t GetProfileCount();
     void SetProfileCount(int16_t count);
@@ -26,7 +30,8 @@ public:
     void cmbProfileCount_Click();
 
 private:
-    PanelControls& c;
+    ProfileControls m_controls;
+    PageTree& m_tree;
 };
 
 } // namespace tessaly

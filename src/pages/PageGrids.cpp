@@ -1,5 +1,6 @@
 #include "pages/PageGrids.h"
 
+#include "frame/ReportError.h"
 #include "frame/modWheelScroll.h"
 #include "pages/PageTable.h"
 #include "platform/Numeric.h"
@@ -20,76 +21,114 @@ void SetPageFont(QWidget& control)
 
 } // namespace
 
-PageGrids::PageGrids(PanelControls& controls)
-    : c(controls)
+PageGrids::PageGrids(PageControls controls)
+    : m_controls(controls)
 {
 }
 
 void PageGrids::LoadFixedPages()
 {
-    g_nLastTab = LastFixedPage;
-    for (int16_t page = 1; page <= g_nLastTab; ++page)
+    m_lastTab = LastFixedPage;
+    for (int16_t page = 1; page <= m_lastTab; ++page)
         LoadTabControls(page);
 }
 
-// Every page lies in the one data rectangle, hidden until its node is clicked.
+// Every page lies where the layout put page 0, hidden until its node is
+// clicked.
 void PageGrids::DressFixedPages()
 {
     for (const PageEntry& entry : FixedPages())
         if (entry.number >= 0)
-            c.MSFlexGrid1(entry.number)->setCols(entry.cols);
+            SetColumns(entry.number, entry.cols);
 
-    for (int16_t page = 0; page <= g_nLastTab; ++page) {
-        Frame* frame = c.fraFlexGrid(page);
-        frame->setWidth(6735);
-        frame->setHeight(6855);
-        frame->Move(3720, 1340, 6735, 6855);
-        frame->setVisible(false);
+    for (int16_t page = 0; page <= m_lastTab; ++page) {
         InitFlexGrid(page, FindPage(page)->valueWidth);
         DressEditors(page);
-        SetWheelScroll(c.MSFlexGrid1(page), 1);
+        SetWheelScroll(Grid(page), 1);
     }
+}
+
+void PageGrids::SetColumns(int16_t page, int16_t cols)
+{
+    Grid(page)->setCols(cols);
 }
 
 int16_t PageGrids::AppendPage()
 {
-    g_nLastTab = ToInt16(int64_t(g_nLastTab) + 1);
-    LoadTabControls(g_nLastTab);
-    return g_nLastTab;
+    m_lastTab = ToInt16(int64_t(m_lastTab) + 1);
+    LoadTabControls(m_lastTab);
+    return m_lastTab;
 }
 
 // Pages go newest first: the page loops need every number up to LastTab().
 void PageGrids::RemoveNewestPage()
 {
-    const int16_t page = g_nLastTab;
-    g_nLastTab = ToInt16(g_nLastTab - 1);
+    const int16_t page = m_lastTab;
+    m_lastTab = ToInt16(m_lastTab - 1);
     UnloadTabControls(page);
 }
 
 void PageGrids::UnloadAll()
 {
-    for (int16_t page = 0; page <= g_nLastTab; ++page)
+    for (int16_t page = 0; page <= m_lastTab; ++page)
         UnloadTabControls(page);
 }
 
 void PageGrids::LoadTabControls(int16_t page)
 {
-    c.fraFlexGrid.Load(page);
-    c.MSFlexGrid1.Load(page);
-    c.cboEditCell.Load(page);
-    c.txtEdit.Load(page);
-    Frame* frame = c.fraFlexGrid(page);
-    c.MSFlexGrid1(page)->setContainer(frame);
-    c.cboEditCell(page)->setContainer(frame);
-    c.txtEdit(page)->setContainer(frame);
+    m_controls.frames.Load(page);
+    m_controls.grids.Load(page);
+    m_controls.lists.Load(page);
+    m_controls.texts.Load(page);
+    Frame* frame = m_controls.frames(page);
+    Grid(page)->setContainer(frame);
+    ListEditor(page)->setContainer(frame);
+    TextEditor(page)->setContainer(frame);
 }
 
 void PageGrids::UnloadTabControls(int16_t page)
 {
-    c.cboEditCell.Unload(page);
-    c.txtEdit.Unload(page);
-    c.MSFlexGrid1.Unload(page);
-    c.fraFlexGrid.Unload(page);
+    m_controls.lists.Unload(page);
+    m_controls.texts.Unload(page);
+    m_controls.grids.Unload(page);
+    m_controls.frames.Unload(page);
+}
+
+void PageGrids::HideAll()
+{
+    for (int16_t page = 0; page <= m_lastTab; ++page) {
+        m_controls.frames(page)->setVisible(false);
+        MSFlexGrid* grid = Grid(page);
+        grid->setVisible(false);
+        grid->setLeftCol(0);
+        grid->setTopRow(1);
+        grid->setCol(0);
+        grid->setRow(1);
+    }
+}
+
+void PageGrids::SetFraFlexGridVisible(int16_t page, bool visible)
+{
+    OnErrorReport("Common_Function", "SetFraFlexGridVisible", [&] {
+        Frame* frame = m_controls.frames(page);
+        frame->setVisible(visible);
+        Grid(page)->setVisible(visible);
+        ListEditor(page)->setVisible(false);
+        TextEditor(page)->setVisible(false);
+        frame->ZOrder();
+        Grid(page)->ZOrder();
+        ListEditor(page)->ZOrder();
+        TextEditor(page)->ZOrder();
+    });
+}
+
+void PageGrids::ReleaseWheel()
+{
+    OnErrorReport("Common_Function", "ReleaseWheel", [&] {
+        for (int page = 0; page <= m_controls.grids.UBound(); ++page)
+            if (m_controls.grids.exists(page) && HasWheelScroll(m_controls.grids(page)))
+                RestoreWheelScroll(m_controls.grids(page));
+    });
 }
 
 // A hundred rows of 300 twips, every cell left-aligned and centred, odd rows
@@ -97,9 +136,7 @@ void PageGrids::UnloadTabControls(int16_t page)
 // the value columns `valueWidth`.
 void PageGrids::InitFlexGrid(int16_t page, int32_t valueWidth)
 {
-    MSFlexGrid* grid = c.MSFlexGrid1(page);
-    grid->setWidth(6735);
-    grid->setHeight(6855);
+    MSFlexGrid* grid = Grid(page);
     grid->setBackColorFixed(RGB(188, 188, 188));
     grid->setRows(100);
     grid->setColWidth(0, TitleColumnWidth);
@@ -130,8 +167,8 @@ void PageGrids::InitFlexGrid(int16_t page, int32_t valueWidth)
 // The text editor starts over the grid's current cell, both editors hidden.
 void PageGrids::DressEditors(int16_t page)
 {
-    MSFlexGrid* grid = c.MSFlexGrid1(page);
-    TextBox* editor = c.txtEdit(page);
+    MSFlexGrid* grid = Grid(page);
+    TextBox* editor = TextEditor(page);
     editor->setTop(float(grid->CellTop()) + grid->Top());
     editor->setLeft(float(grid->CellLeft()) + grid->Left());
     editor->setWidth(float(grid->CellWidth()));
@@ -142,9 +179,62 @@ void PageGrids::DressEditors(int16_t page)
     editor->setVisible(false);
     editor->Refresh();
 
-    ComboBox* combo = c.cboEditCell(page);
+    ComboBox* combo = ListEditor(page);
     SetPageFont(*combo);
     combo->setVisible(false);
+}
+
+// Pages 3 and 0 stand for groups: 3 for the six profile pages, which always
+// have the same rows, and 0 for the two NAM pages. Page 20 is set alone.
+void PageGrids::SetNVFieldItemCount(int16_t Part, int16_t count)
+{
+    OnErrorReport("Interface", "SetNVFieldItemCount", [&] {
+        const int32_t rows = int32_t(count) + 1;
+        Grid(Part)->setRows(rows);
+        if (Part == ProfilesPart) {
+            for (int16_t page = FirstProfilePage; page <= LastProfilePage; ++page)
+                Grid(page)->setRows(rows);
+        }
+        if (Part == 0)
+            Grid(SecondNamPage)->setRows(rows);
+    });
+}
+
+void PageGrids::SetGrid1Rows(int16_t /*Number*/) {}
+void PageGrids::SetGrid2Rows(int16_t /*Number*/) {}
+void PageGrids::SetSettingRows(int16_t /*Number*/) {}
+void PageGrids::SetSystemRows(int16_t /*Number*/) {}
+
+void PageGrids::SetFlexGridTitleAll()
+{
+    OnErrorReport("Common_Function", "SetFlexGridTitleAll", [&] {
+        for (const PageEntry& entry : FixedPages())
+            if (entry.titled)
+                SetFlexGridTitle(entry.number, 1, int16_t(entry.cols - 1));
+    });
+}
+
+// Titles one grid: "NV Items" over the item titles, and over value columns
+// `first` to `last` "VALUE" with the column number, or the bare word on a
+// grid of exactly two columns. The title row ends bold and centred.
+void PageGrids::SetFlexGridTitle(int16_t page, int16_t first, int16_t last)
+{
+    OnErrorReport("Common_Function", "SetFlexGridTitle", [&] {
+        MSFlexGrid* grid = Grid(page);
+        grid->setRow(0);
+        grid->setCellFontBold(true);
+        grid->setCol(0);
+        grid->setCellFontBold(true);
+        grid->setTextMatrix(0, 0, QStringLiteral("NV Items"));
+        grid->setFixedAlignment(0, MSFlexGrid::CenterCenter);
+        for (int col = first; col <= last; ++col) {
+            grid->setTextMatrix(0, col, grid->Cols() == 2 ? QStringLiteral("VALUE")
+                                                           : QStringLiteral("VALUE") + QString::number(col));
+            grid->setFixedAlignment(col, MSFlexGrid::CenterCenter);
+            grid->setCol(col);
+            grid->setCellFontBold(true);
+        }
+    });
 }
 
 } // namespace tessaly

@@ -55,4 +55,13 @@ const PageEntry* FindPageByNode(const QString& node)
     return nullptr;
 }
 
+int16_t WidestFixedPage()
+{
+    const PageEntry* widest = &Pages[0];
+    for (const PageEntry& page : Pages)
+        if (page.number >= 0 && page.cols > widest->cols)
+            widest = &page;
+    return widest->number;
+}
+
 } // namespace tessaly

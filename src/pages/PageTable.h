@@ -37,6 +37,7 @@ inline constexpr int16_t SecondNamPage = 20;
 inline constexpr int16_t ProfilesPart = 3;
 inline constexpr int16_t FirstProfilePage = 14;
 inline constexpr int16_t LastProfilePage = 19;
+inline constexpr int16_t ProfilePages = LastProfilePage - FirstProfilePage + 1;
 // Column 0 of every grid holds the item titles.
 inline constexpr int32_t TitleColumnWidth = 3500;
 // Each value column of a page the host adds.
@@ -49,5 +50,8 @@ std::span<const PageEntry> FixedPages();
 const PageEntry* FindPage(int16_t number);
 // The entry of the node with that text, matched exactly, or nullptr.
 const PageEntry* FindPageByNode(const QString& node);
+// The fixed page with the most columns: every page's cell records are as
+// many as its cells.
+int16_t WidestFixedPage();
 
 } // namespace tessaly

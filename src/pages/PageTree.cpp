@@ -7,8 +7,9 @@
 
 namespace tessaly {
 
-PageTree::PageTree(PanelControls& controls, const PageGrids& pages, const AddedTabs& tabs)
-    : c(controls)
+PageTree::PageTree(const PanelWidget& panel, TreeControls controls, PageGrids& pages, const AddedTabs& tabs)
+    : m_panel(panel)
+    , m_controls(controls)
     , m_pages(pages)
     , m_tabs(tabs)
 {
@@ -19,67 +20,71 @@ void PageTree::InitTreeCtrl()
     OnErrorReport("Common_Function", "InitTreeCtrl", [&] {
         for (const PageEntry& page : FixedPages()) {
             if (page.node && page.parent)
-                c.OrvenTreeView1->AddChildNode(QLatin1String(page.node), QLatin1String(page.parent));
+                m_controls.tree.AddChildNode(QLatin1String(page.node), QLatin1String(page.parent));
             else if (page.node)
-                c.OrvenTreeView1->AddRootNode(QLatin1String(page.node));
+                m_controls.tree.AddRootNode(QLatin1String(page.node));
         }
     });
+}
+
+void PageTree::SelectStartNode()
+{
+    for (const PageEntry& page : FixedPages())
+        if (page.view == PageView::BasicInfo)
+            m_controls.tree.SelectNode(QLatin1String(page.node));
 }
 
 void PageTree::OrvenTreeView1_Click()
 {
     OnErrorReport("Event_Function", "OrvenTreeView1_Click", [&] {
-        // Every page goes back to its top left with the first item row current.
-        for (int16_t page = 0; page <= m_pages.LastTab(); ++page) {
-            c.fraFlexGrid(page)->setVisible(false);
-            MSFlexGrid* grid = c.MSFlexGrid1(page);
-            grid->setVisible(false);
-            grid->setLeftCol(0);
-            grid->setTopRow(1);
-            grid->setCol(0);
-            grid->setRow(1);
-        }
-        c.fraBasicInfo->setVisible(false);
-        c.fraMIPProfile->setVisible(false);
+        m_pages.HideAll();
+        m_controls.basicInfo.setVisible(false);
+        m_controls.profiles.setVisible(false);
 
-        const QString text = c.OrvenTreeView1->SelectedText();
-        c.lblDataTitle->setCaption(text);
+        const QString text = m_controls.tree.SelectedText();
+        m_controls.dataTitle.setCaption(text);
 
         // The node's text alone picks the page; the fixed nodes come first.
         const PageEntry* fixed = FindPageByNode(text);
         if (fixed && fixed->view == PageView::BasicInfo) {
-            c.fraBasicInfo->setVisible(true);
-            c.fraBasicInfo->ZOrder();
+            m_controls.basicInfo.setVisible(true);
+            m_controls.basicInfo.ZOrder();
         } else if (fixed && fixed->view == PageView::Profiles) {
-            c.fraMIPProfile->setVisible(true);
-            c.fraMIPProfile->ZOrder();
+            m_controls.profiles.setVisible(true);
+            m_controls.profiles.ZOrder();
         } else {
             const int16_t page = fixed ? fixed->number : m_tabs.FindAddedTabByName(text);
             if (page != -1) {
-                c.MSFlexGrid1(page)->setAccessibleName(text);
-                SetFraFlexGridVisible(page, true);
+                m_pages.Grid(page)->setAccessibleName(text);
+                m_pages.SetFraFlexGridVisible(page, true);
             }
         }
 
         // The panel's own surface changes under the page's title alone:
         // repainting that runs the panel's Paint, as a full repaint would.
-        if (!c.Ended())
-            c.UserControl.update(c.lblDataTitle->geometry());
+        if (!m_panel.Ended())
+            m_panel.UserControl.update(m_controls.dataTitle.geometry());
     });
 }
 
-void PageTree::SetFraFlexGridVisible(int16_t page, bool visible)
+void PageTree::AddRootNode(const QString& text)
 {
-    OnErrorReport("Common_Function", "SetFraFlexGridVisible", [&] {
-        c.fraFlexGrid(page)->setVisible(visible);
-        c.MSFlexGrid1(page)->setVisible(visible);
-        c.cboEditCell(page)->setVisible(false);
-        c.txtEdit(page)->setVisible(false);
-        c.fraFlexGrid(page)->ZOrder();
-        c.MSFlexGrid1(page)->ZOrder();
-        c.cboEditCell(page)->ZOrder();
-        c.txtEdit(page)->ZOrder();
-    });
+    m_controls.tree.AddRootNode(text);
+}
+
+void PageTree::RemoveNode(const QString& text)
+{
+    m_controls.tree.RemoveNode(text);
+}
+
+void PageTree::ShowProfileNodes(int count)
+{
+    for (int16_t page = FirstProfilePage; page <= LastProfilePage; ++page)
+        m_controls.tree.RemoveNode(QLatin1String(FindPage(page)->node));
+    for (int16_t page = FirstProfilePage; page < FirstProfilePage + count; ++page) {
+        const PageEntry* entry = FindPage(page);
+        m_controls.tree.AddChildNode(QLatin1String(entry->node), QLatin1String(entry->parent));
+    }
 }
 
 } // namespace tessaly

@@ -1,4 +1,6 @@
-// The page tree: its nodes, and what a click on a node shows on the right.
+// The page tree: its nodes, and what a click on a node shows on the right,
+// with the page's name over the data area. The added pages and the MIP
+// profiles change the nodes through it.
 #pragma once
 
 #include "layout/PanelControls.h"
@@ -10,15 +12,25 @@ class PageGrids;
 
 class PageTree {
 public:
-    PageTree(PanelControls& controls, const PageGrids& pages, const AddedTabs& tabs);
+    PageTree(const PanelWidget& panel, TreeControls controls, PageGrids& pages, const AddedTabs& tabs);
 
     void InitTreeCtrl();
+    // Start-up: the basic information's node chosen, without a click.
+    void SelectStartNode();
     void OrvenTreeView1_Click();
-    void SetFraFlexGridVisible(int16_t page, bool visible);
+
+    // A node of the host's at the root, after the others; a node gone with
+    // its children.
+    void AddRootNode(const QString& text);
+    void RemoveNode(const QString& text);
+    // The nodes of the first `count` MIP profile pages under theirs, the
+    // others gone.
+    void ShowProfileNodes(int count);
 
 private:
-    PanelControls& c;
-    const PageGrids& m_pages;
+    const PanelWidget& m_panel;
+    TreeControls m_controls;
+    PageGrids& m_pages;
     const AddedTabs& m_tabs;
 };
 

@@ -34,57 +34,34 @@ Panel::Panel(Tessaly& userControl)
     UserControl_Initialize();
 }
 
+// The layout has placed every control; the start-up fills and dresses them.
 void Panel::UserControl_Initialize()
 {
     OnErrorReport("Event_Function", "UserControl_Initialize", [&] {
         m_pages.LoadFixedPages();
-        c.UserControl.setFixedSize(ToPixels(10800), ToPixels(8430));
         m_tree.InitTreeCtrl();
-
-        c.fraBasicInfo->setWidth(6735);
-        c.fraBasicInfo->setHeight(6855);
-        c.fraMIPProfile->setWidth(6735);
-        c.fraMIPProfile->setHeight(6855);
-        c.fraMIPProfile->Move(3720, 1340, 6735, 6855);
-        c.fraMIPProfile->setVisible(false);
-
         m_pages.DressFixedPages();
         m_pages.SetFlexGridTitleAll();
         m_cells.SizeForPages();
-
-        c.fraBasicInfo->Move(3720, 1340);
         m_commands.ShowStartLooks();
-        c.imgDataBack->setPicture(c.imageBasicInfo2->Picture());
         m_frame.ShowStartLooks();
-        c.fraBasicInfo->setVisible(true);
-        c.fraMIPProfile->setVisible(false);
-        c.OrvenTreeView1->SelectNode(QStringLiteral("Basic Information"));
-
-        c.lblTitle->Move(630, 120);
-        c.lblTitleShadow->Move(c.lblTitle->Left() + 15, c.lblTitle->Top() + 15);
+        m_tree.SelectStartNode();
         m_profiles.FillCountList();
     });
 }
 
-// The bar is rebuilt from the counters whenever the panel repaints. A
-// control drawn at once makes Qt first paint what is pending on the panel
-// around it; that is no repaint of the panel, and the bar stays as drawn.
+// The bar is rebuilt from the counters whenever the panel repaints.
 void Panel::UserControl_Paint()
 {
-    OnErrorReport("Event_Function", "UserControl_Paint", [&] {
-        if (m_progress.Drawing())
-            return;
-        c.pbProgressBg->Refresh();
-        m_progress.DrawProgressBar();
-    });
+    OnErrorReport("Event_Function", "UserControl_Paint", [&] { m_progress.Redraw(); });
 }
 
 void Panel::EndAfterModalBoxes(std::unique_ptr<Panel> panel)
 {
     Panel& ending = *panel;
-    ending.c.Handlers.reset();
+    ending.c.Widget.Handlers.reset();
     auto* rest = new EndedPanel(std::move(panel));
-    const QObjectList children = ending.c.UserControl.children();
+    const QObjectList children = ending.c.Widget.UserControl.children();
     for (QObject* child : children)
         if (auto* control = qobject_cast<QWidget*>(child))
             control->setParent(rest);

@@ -1,6 +1,7 @@
 // The panel object behind Tessaly: it builds the controls, makes the
-// subsystems that own the panel's state, and wires the controls' events to
-// their handlers. Its own events are the start-up, the repaint and the end.
+// subsystems that own the panel's state, hands each the controls it alone
+// changes, and wires the controls' events to their handlers. Its own events
+// are the start-up, the repaint and the end.
 #pragma once
 
 #include "commands/CommandBar.h"
@@ -55,17 +56,19 @@ private:
     void WirePageEvents();
 
     PanelControls c;
-    PageGrids m_pages{c};
-    CellStore m_cells{c, m_pages};
-    AddedTabs m_tabs{c, m_pages, m_cells};
-    PageTree m_tree{c, m_pages, m_tabs};
-    MipProfiles m_profiles{c};
-    BasicInfo m_info{c};
-    Editors m_editors{c, m_pages, m_cells};
-    Progress m_progress{c};
-    ModelBinding m_model{c, m_progress};
-    WindowFrame m_frame{c};
-    CommandBar m_commands{c, m_model, m_progress, m_editors, m_frame};
+    PageGrids m_pages{c.ForPages()};
+    // The tree answers a click on an added page's node from the added pages,
+    // which add their nodes through it; it holds them only to ask.
+    PageTree m_tree{c.Widget, c.ForTree(), m_pages, m_tabs};
+    MipProfiles m_profiles{c.ForProfiles(), m_tree};
+    CellStore m_cells{m_pages, m_profiles};
+    AddedTabs m_tabs{m_tree, m_pages, m_cells};
+    BasicInfo m_info{c.ForInfo()};
+    Editors m_editors{c.Widget, m_pages, m_cells};
+    Progress m_progress{c.Widget, c.ForProgress()};
+    ModelBinding m_model{c.Widget, c.ForModel(), m_progress};
+    WindowFrame m_frame{c.Widget, c.ForFrame(), m_pages};
+    CommandBar m_commands{c.Widget, c.ForCommands(), m_model, m_progress, m_editors, m_pages};
 };
 
 } // namespace tessaly

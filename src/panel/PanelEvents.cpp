@@ -7,13 +7,13 @@ namespace tessaly {
 
 void Panel::WireEvents()
 {
-    QObject* sink = c.Handlers.get();
+    QObject* sink = c.Widget.Handlers.get();
     QObject::connect(c.OrvenTreeView1, &OrvenTreeView::Click, sink, [this] { m_tree.OrvenTreeView1_Click(); });
     QObject::connect(c.cmbProfileCount, &ComboBox::Click, sink, [this] { m_profiles.cmbProfileCount_Click(); });
     WirePageEvents();
 
     c.picCommand.WireEvents([this](PictureBox& button, int16_t Index) {
-        QObject* sink = c.Handlers.get();
+        QObject* sink = c.Widget.Handlers.get();
         QObject::connect(&button, &PictureBox::MouseMove, sink, [this, Index](int Button, int Shift, float X, float Y) {
             m_commands.picCommand_MouseMove(Index, int16_t(Button), int16_t(Shift), X, Y);
         });
@@ -39,7 +39,7 @@ void Panel::WireEvents()
 void Panel::WirePageEvents()
 {
     c.MSFlexGrid1.WireEvents([this](MSFlexGrid& grid, int16_t Index) {
-        QObject* sink = c.Handlers.get();
+        QObject* sink = c.Widget.Handlers.get();
         QObject::connect(&grid, &MSFlexGrid::DblClick, sink, [this, Index] { m_editors.MSFlexGrid1_DblClick(Index); });
         QObject::connect(&grid, &MSFlexGrid::KeyDown, sink, [this, Index](int KeyCode, int Shift) {
             m_editors.MSFlexGrid1_KeyDown(Index, int16_t(KeyCode), int16_t(Shift));
@@ -49,7 +49,7 @@ void Panel::WirePageEvents()
         });
     });
     c.txtEdit.WireEvents([this](TextBox& box, int16_t Index) {
-        QObject* sink = c.Handlers.get();
+        QObject* sink = c.Widget.Handlers.get();
         QObject::connect(&box, &TextBox::GotFocus, sink, [this, Index] { m_editors.txtEdit_GotFocus(Index); });
         QObject::connect(&box, &TextBox::LostFocus, sink, [this, Index] { m_editors.txtEdit_LostFocus(Index); });
         QObject::connect(&box, &TextBox::KeyPress, sink,
@@ -59,7 +59,7 @@ void Panel::WirePageEvents()
         });
     });
     c.cboEditCell.WireEvents([this](ComboBox& combo, int16_t Index) {
-        QObject* sink = c.Handlers.get();
+        QObject* sink = c.Widget.Handlers.get();
         QObject::connect(&combo, &ComboBox::Click, sink, [this, Index] { m_editors.cboEditCell_Click(Index); });
     });
 }

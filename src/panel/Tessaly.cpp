@@ -83,6 +83,17 @@ void Tessaly::SetBasicInfo(const QString& PhoneVersion, const QString& WarrantyD
     d->Info().SetBasicInfo(PhoneVersion, WarrantyDate, ESN, MEID, LifeTime, LifeCnt);
 }
 
+// The panel holds no security values.
+void Tessaly::SetSecurityInfo(const QString&, bool, const QString&, const QString&, const QString&, const QString&,
+                              const QString&, const QString&, const QString&, const QString&, const QString&,
+                              const QString&, const QString&)
+{
+}
+
+QString Tessaly::GetSecCode() { return {}; }
+QString Tessaly::GetLockCode() { return {}; }
+QString Tessaly::GetAKey(int16_t) { return {}; }
+
 void Tessaly::paintEvent(QPaintEvent* event)
 {
     QPainter painter(this); // clipped to what needs painting

@@ -37,6 +37,12 @@ QPointF alignedTopLeft(const QRect& box, Qt::Alignment flags, QSizeF size)
     return {x, y};
 }
 
+// Text of the digits 0 to 9 alone.
+bool isDigits(const QString& text)
+{
+    return !text.isEmpty() && std::all_of(text.begin(), text.end(), [](QChar ch) { return ch >= u'0' && ch <= u'9'; });
+}
+
 // Text that lays out on one line with nothing to expand.
 bool singleLine(const QString& text)
 {
@@ -47,12 +53,24 @@ bool singleLine(const QString& text)
 
 } // namespace
 
+// A few cells changed far apart (a value and the lock codes it rewrites)
+// are painted each on its own rather than every row between them.
 void MSFlexGrid::paintEvent(QPaintEvent* event)
 {
     QPainter painter(viewport());
     painter.setFont(font());
-    const QRect dirty = event->rect();
+    const QRegion& region = event->region();
+    if (region.rectCount() <= 4) {
+        for (const QRect& dirty : region)
+            paintArea(painter, dirty);
+    } else {
+        paintArea(painter, region.boundingRect());
+    }
+    paintFocus(painter);
+}
 
+void MSFlexGrid::paintArea(QPainter& painter, const QRect& dirty) const
+{
     // The cells that meet the dirty rectangle; -1 from rowAt/colAt past the
     // last row or column.
     const int firstCol = colAt(std::max(dirty.left(), 0));
@@ -75,10 +93,10 @@ void MSFlexGrid::paintEvent(QPaintEvent* event)
         paintRows(painter, 0, 0, firstCol, lastCol);
     if (firstRow >= 1)
         paintRows(painter, firstRow, lastRow, firstCol, lastCol);
-    paintFocus(painter);
 }
 
-// Cells first, then the lines between them: one line a row at its bottom
+// The backgrounds first, each run of cells of one colour in a row filled at
+// once; then the texts; then the lines between the cells: one line a row at its bottom
 // edge and one a column at its right edge, in the colour of the fixed row or
 // of the others. Lines are filled as rectangles one pixel wide, which cover
 // exactly the pixels the cells leave them at any device pixel ratio; a pen
@@ -93,11 +111,26 @@ void MSFlexGrid::paintRows(QPainter& painter, int firstRow, int lastRow, int fir
     int right = left;
     QVarLengthArray<QRect, 64> edges;
     for (int row = firstRow; row <= lastRow; ++row) {
-        right = left;
         const int height = m_rowHeight[size_t(row)];
+        // The lines drawn last cover the cells' rightmost column and bottom
+        // row of pixels, which the runs fill too.
+        right = left;
+        int runLeft = left;
+        QRgb run = cellBack(row, firstCol);
+        for (int col = firstCol; col <= lastCol; ++col) {
+            if (const QRgb back = cellBack(row, col); back != run) {
+                painter.fillRect(QRect(runLeft, bottom, right - runLeft, height), QColor::fromRgba(run));
+                run = back;
+                runLeft = right;
+            }
+            right += m_colWidth[size_t(col)];
+        }
+        painter.fillRect(QRect(runLeft, bottom, right - runLeft, height), QColor::fromRgba(run));
+
+        right = left;
         for (int col = firstCol; col <= lastCol; ++col) {
             const int width = m_colWidth[size_t(col)];
-            paintCell(painter, row, col, QRect(right, bottom, width, height), lines);
+            paintText(painter, row, col, QRect(right, bottom, width, height), lines);
             right += width;
         }
         bottom += height;
@@ -115,14 +148,20 @@ void MSFlexGrid::paintRows(QPainter& painter, int firstRow, int lastRow, int fir
         painter.fillRect(edge, color);
 }
 
-void MSFlexGrid::paintCell(QPainter& painter, int row, int col, const QRect& rect, bool lines) const
+QRgb MSFlexGrid::cellBack(int row, int col) const
+{
+    const CellStyle& style = m_styles[size_t(cellIndex(row, col))];
+    return style.hasBack ? style.back : (row == 0 ? m_backColorFixed : m_backColor).rgba();
+}
+
+// Text that fits its cell is drawn without clipping, which would cost more
+// than drawing it.
+void MSFlexGrid::paintText(QPainter& painter, int row, int col, const QRect& rect, bool lines) const
 {
     const CellStyle& style = m_styles[size_t(cellIndex(row, col))];
     const bool fixed = row == 0;
-    const QColor back = style.hasBack ? QColor::fromRgba(style.back) : fixed ? m_backColorFixed : m_backColor;
     // The cell's own grid lines take its rightmost column and bottom row of pixels.
     const QRect inside = lines ? rect.adjusted(0, 0, -1, -1) : rect;
-    painter.fillRect(inside, back);
 
     const QString& text = m_text[size_t(cellIndex(row, col))];
     if (text.isEmpty() || inside.isEmpty() || covered(row, col))
@@ -131,14 +170,29 @@ void MSFlexGrid::paintCell(QPainter& painter, int row, int col, const QRect& rec
         painter.setFont(cellFont(row, col));
     const int fixedAlignment = fixed ? m_fixedAlignment[size_t(col)] : -1;
     const int alignment = fixedAlignment >= 0 ? fixedAlignment : style.alignment;
-    painter.setPen(style.hasFore ? QColor::fromRgba(style.fore) : fixed ? m_foreColorFixed : m_foreColor);
-    painter.save();
-    painter.setClipRect(inside);
+    const QColor fore = style.hasFore ? QColor::fromRgba(style.fore) : fixed ? m_foreColorFixed : m_foreColor;
+    if (painter.pen().color() != fore)
+        painter.setPen(fore);
     const QRect box = inside.adjusted(TextMargin, 0, -TextMargin, 0);
     if (singleLine(text)) {
         const ShapedText& shaped = shapedText(cellIndex(row, col), text, painter.font());
-        painter.drawStaticText(alignedTopLeft(box, alignmentFlags(alignment, shaped.number), shaped.size), shaped.text);
+        const QPointF at = alignedTopLeft(box, alignmentFlags(alignment, shaped.number), shaped.size);
+        const auto draw = [&] {
+            if (shaped.digits.isEmpty())
+                painter.drawStaticText(at, shaped.text);
+            else
+                painter.drawGlyphRun(at + QPointF(0, shaped.ascent), shaped.digits);
+        };
+        if (QRectF(box).contains(QRectF(at, shaped.size))) {
+            draw();
+            return;
+        }
+        painter.save();
+        painter.setClipRect(inside);
+        draw();
     } else {
+        painter.save();
+        painter.setClipRect(inside);
         bool number = false;
         text.toDouble(&number);
         painter.drawText(box, int(alignmentFlags(alignment, number)) | Qt::TextDontClip, text);
@@ -153,15 +207,52 @@ const MSFlexGrid::ShapedText& MSFlexGrid::shapedText(int index, const QString& t
         m_shaped.resize(m_text.size());
     }
     std::unique_ptr<ShapedText>& shaped = m_shaped[size_t(index)];
-    if (!shaped || shaped->font != font || shaped->text.text() != text) {
-        shaped = std::make_unique<ShapedText>(ShapedText{QStaticText(text), font, {}, false});
-        shaped->text.setTextFormat(Qt::PlainText);
-        shaped->text.prepare(QTransform(), font);
-        const QFontMetricsF metrics(font);
-        shaped->size = QSizeF(metrics.horizontalAdvance(text), metrics.ascent() + metrics.descent());
-        text.toDouble(&shaped->number);
+    if (shaped && shaped->font == font && shaped->text.text() == text)
+        return *shaped;
+    const QFontMetricsF metrics(font);
+    if (const DigitGlyphs* glyphs = isDigits(text) ? digitGlyphs(font) : nullptr) {
+        shaped = std::make_unique<ShapedText>(ShapedText{QStaticText(text), font, {}, true, {}, metrics.ascent()});
+        QList<quint32> indexes;
+        QList<QPointF> positions;
+        QPointF pen;
+        for (QChar digit : text) {
+            const auto d = qsizetype(digit.unicode() - u'0');
+            indexes.append(glyphs->index[d]);
+            positions.append(pen);
+            pen += glyphs->advance[d];
+        }
+        shaped->digits.setRawFont(glyphs->raw);
+        shaped->digits.setGlyphIndexes(indexes);
+        shaped->digits.setPositions(positions);
+        shaped->size = QSizeF(pen.x(), metrics.ascent() + metrics.descent());
+        return *shaped;
     }
+    shaped = std::make_unique<ShapedText>(ShapedText{QStaticText(text), font, {}, false, {}, 0});
+    shaped->text.setTextFormat(Qt::PlainText);
+    shaped->text.prepare(QTransform(), font);
+    // The laid-out text knows its width: measuring it again would shape it twice.
+    shaped->size = QSizeF(shaped->text.size().width(), metrics.ascent() + metrics.descent());
+    text.toDouble(&shaped->number);
     return *shaped;
+}
+
+const MSFlexGrid::DigitGlyphs* MSFlexGrid::digitGlyphs(const QFont& font) const
+{
+    if (font.bold())
+        return nullptr; // bold may be drawn emboldened: left to shaping
+    auto found = std::find_if(m_digitGlyphs.begin(), m_digitGlyphs.end(),
+                              [&](const DigitGlyphs& glyphs) { return glyphs.font == font; });
+    if (found == m_digitGlyphs.end()) {
+        DigitGlyphs glyphs{font, QRawFont::fromFont(font), {}, {}};
+        if (glyphs.raw.isValid()) {
+            glyphs.index = glyphs.raw.glyphIndexesForString(QStringLiteral("0123456789"));
+            glyphs.advance = glyphs.raw.advancesForGlyphIndexes(glyphs.index);
+        }
+        if (glyphs.index.size() != 10 || glyphs.index.contains(0u) || glyphs.advance.size() != 10)
+            glyphs.raw = QRawFont();
+        found = m_digitGlyphs.insert(m_digitGlyphs.end(), std::move(glyphs));
+    }
+    return found->raw.isValid() ? &*found : nullptr;
 }
 
 QFont MSFlexGrid::cellFont(int row, int col) const

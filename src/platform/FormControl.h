@@ -70,6 +70,17 @@ public:
     void setFontSize(float points) { QFont f = this->font(); f.setPointSizeF(points); this->setFont(f); }
     void setFontBold(bool bold) { QFont f = this->font(); f.setBold(bold); this->setFont(f); }
 
+    // What a loaded array element takes over from its model: its place,
+    // font, colours and enabled state.
+    void CopyCommon(const FormControl& model)
+    {
+        this->setGeometry(model.geometry());
+        this->setFont(model.font());
+        this->setPalette(model.palette());
+        this->setAutoFillBackground(model.autoFillBackground());
+        this->setEnabled(model.Enabled());
+    }
+
     QWidget* Container() const { return this->parentWidget(); }
     // Moves the control into another container, keeping its Left, Top and
     // its own visibility, now measured in the new container.

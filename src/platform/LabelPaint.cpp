@@ -1,6 +1,6 @@
 // How a label draws a caption that does not fit it: a single line shrinks,
 // wrapped lines stop at the last whole line that fits.
-#include "platform/Controls.h"
+#include "platform/Label.h"
 
 #include <QPainter>
 #include <QTextLayout>

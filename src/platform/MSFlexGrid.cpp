@@ -204,8 +204,14 @@ void MSFlexGrid::setTextMatrix(int row, int col, const QString& text)
 {
     checkRow(row);
     checkCol(col);
-    m_text[size_t(cellIndex(row, col))] = text;
-    updateCell(row, col);
+    QString& cell = m_text[size_t(cellIndex(row, col))];
+    if (cell == text)
+        return;
+    cell = text;
+    // A cell under its open editor shows no text: nothing there to repaint
+    // until the editor goes.
+    if (!covered(row, col))
+        updateCell(row, col);
 }
 
 int MSFlexGrid::ColWidth(int col) const

@@ -10,6 +10,8 @@
 #include <QColor>
 #include <QFont>
 #include <QPointer>
+#include <QGlyphRun>
+#include <QRawFont>
 #include <QStaticText>
 #include <QString>
 
@@ -191,11 +193,23 @@ private:
 
     // A cell's text as last painted, laid out once for its font, so that a
     // repaint draws it without shaping it again.
+    // Digits alone, the most common values, are placed from the font's digit
+    // glyphs without shaping: `digits` holds them and `text` is not laid out.
     struct ShapedText {
         QStaticText text;
         QFont font;
         QSizeF size; // its advance, and the font's ascent and descent
         bool number = false; // whether it reads as a number, for General
+        QGlyphRun digits;
+        qreal ascent = 0;
+    };
+    // The glyphs and advances of the digits 0 to 9 in a regular font; an
+    // entry without a valid `raw` font marks a font that lacks them.
+    struct DigitGlyphs {
+        QFont font;
+        QRawFont raw;
+        QList<quint32> index;
+        QList<QPointF> advance;
     };
 
     int cellIndex(int row, int col) const { return row * m_cols + col; }
@@ -227,9 +241,12 @@ private:
     void scrollToCurrent();
 
     void paintRows(QPainter& painter, int firstRow, int lastRow, int firstCol, int lastCol) const;
-    void paintCell(QPainter& painter, int row, int col, const QRect& rect, bool lines) const;
+    void paintArea(QPainter& painter, const QRect& dirty) const;
+    QRgb cellBack(int row, int col) const;
+    void paintText(QPainter& painter, int row, int col, const QRect& rect, bool lines) const;
     void paintFocus(QPainter& painter) const;
     QFont cellFont(int row, int col) const;
+    const DigitGlyphs* digitGlyphs(const QFont& font) const;
     const ShapedText& shapedText(int index, const QString& text, const QFont& font) const;
     bool covered(int row, int col) const;
 
@@ -246,6 +263,7 @@ private:
 
     std::vector<QString> m_text;      // m_rows * m_cols, row after row
     std::vector<CellStyle> m_styles;  // same shape
+    mutable std::vector<DigitGlyphs> m_digitGlyphs;
     mutable std::vector<std::unique_ptr<ShapedText>> m_shaped; // same shape, filled as cells are painted
     std::vector<int> m_colWidth;      // pixels
     std::vector<int> m_rowHeight;     // pixels

@@ -10,8 +10,8 @@
 
 namespace tessaly {
 
-Editors::Editors(PanelControls& controls, const PageGrids& pages, CellStore& cells)
-    : c(controls)
+Editors::Editors(const PanelWidget& panel, const PageGrids& pages, CellStore& cells)
+    : m_panel(panel)
     , m_pages(pages)
     , m_cells(cells)
 {
@@ -21,11 +21,11 @@ Editors::Editors(PanelControls& controls, const PageGrids& pages, CellStore& cel
 // the page's cell changes and scrolling are no longer listened to.
 void Editors::CloseEditors(int16_t Index)
 {
-    TextBox* box = c.txtEdit(Index);
-    ComboBox* combo = c.cboEditCell(Index);
+    TextBox* box = m_pages.TextEditor(Index);
+    ComboBox* combo = m_pages.ListEditor(Index);
     if (!box->isHidden()) {
         box->setVisible(false); // may raise txtEdit_LostFocus
-        if (c.Ended())
+        if (m_panel.Ended())
             return;
     }
     combo->setVisible(false);
@@ -52,7 +52,7 @@ void Editors::MSFlexGrid1_DblClick(int16_t Index)
 // title row or into the title column.
 void Editors::MSFlexGrid1_KeyDown(int16_t Index, int16_t KeyCode, int16_t)
 {
-    MSFlexGrid* grid = c.MSFlexGrid1(Index);
+    MSFlexGrid* grid = m_pages.Grid(Index);
     switch (KeyCode) {
     case vbKeyDown:
         if (grid->Row() != grid->Rows() - 1)
@@ -86,17 +86,17 @@ void Editors::SetComboOrTextBox(int16_t Index)
     OnErrorReport("Common_Function", "SetComboOrTextBox", [&] {
         if (!m_cells.Sized())
             return; // no cell store: nothing to edit
-        MSFlexGrid* grid = c.MSFlexGrid1(Index);
+        MSFlexGrid* grid = m_pages.Grid(Index);
         const int col = grid->Col();
         const int row = grid->Row();
         const QString text = grid->TextMatrix(row, col);
         const CellAttr attr = m_cells.Attr(Index, row, col);
         const QStringList items = attr.ComboStr.isEmpty() ? QStringList() : attr.ComboStr.split(QLatin1Char('|'));
 
-        TextBox* box = c.txtEdit(Index);
-        ComboBox* combo = c.cboEditCell(Index);
+        TextBox* box = m_pages.TextEditor(Index);
+        ComboBox* combo = m_pages.ListEditor(Index);
         box->setVisible(false); // may raise txtEdit_LostFocus
-        if (c.Ended())
+        if (m_panel.Ended())
             return;
         combo->setVisible(false);
         if (grid->LeftCol() > col || grid->TopRow() > row)
@@ -147,7 +147,7 @@ void Editors::SetCellPosition()
 {
     OnErrorReport("Common_Function", "SetCellPosition", [&] {
         for (int16_t page = 0; page <= m_pages.LastTab(); ++page) {
-            MSFlexGrid* grid = c.MSFlexGrid1(page);
+            MSFlexGrid* grid = m_pages.Grid(page);
             grid->setCol(0);
             grid->setRow(1);
             grid->setLeftCol(0);
@@ -168,10 +168,10 @@ void Editors::WatchEditorsClosing(int16_t Index)
     auto& [cellChange, scroll] = m_editorWatch[size_t(Index)];
     if (cellChange)
         return;
-    MSFlexGrid* grid = c.MSFlexGrid1(Index);
-    cellChange = QObject::connect(grid, &MSFlexGrid::RowColChange, c.Handlers.get(),
+    MSFlexGrid* grid = m_pages.Grid(Index);
+    cellChange = QObject::connect(grid, &MSFlexGrid::RowColChange, m_panel.Handlers.get(),
                                   [this, Index] { MSFlexGrid1_RowConlChange(Index); });
-    scroll = QObject::connect(grid, &MSFlexGrid::Scroll, c.Handlers.get(), [this, Index] { MSFlexGrid1_Scroll(Index); });
+    scroll = QObject::connect(grid, &MSFlexGrid::Scroll, m_panel.Handlers.get(), [this, Index] { MSFlexGrid1_Scroll(Index); });
 }
 
 void Editors::StopWatchingEditors(int16_t Index)

@@ -1,0 +1,8 @@
+#include <tessaly/TessalyError.h>
+
+TessalyError::TessalyError(int32_t number, const QString& description)
+    : std::runtime_error(description.toStdString())
+    , m_number(number)
+    , m_description(description)
+{
+}

@@ -1,0 +1,13 @@
+// The colours a control paints with, set through its palette.
+#pragma once
+
+#include <QColor>
+
+class QWidget;
+
+namespace tessaly {
+
+// Sets the colours a control paints with; an invalid colour leaves that role.
+void SetControlColors(QWidget& control, const QColor& back, const QColor& fore);
+
+} // namespace tessaly
