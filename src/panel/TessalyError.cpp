@@ -1,8 +1,0 @@
-#include <tessaly/TessalyError.h>
-
-TessalyError::TessalyError(int32_t number, const QString& description)
-    : std::runtime_error(description.toStdString())
-    , m_number(number)
-    , m_description(description)
-{
-}
