@@ -17,15 +17,6 @@ namespace tessaly {
 
 namespace {
 
-template <class Control>
-Control* Place(QWidget* form, const char* name, int left, int top, int width, int height)
-{
-    auto* control = new Control(form);
-    control->setObjectName(QLatin1String(name));
-    control->Move(left, top, width, height);
-    return control;
-}
-
 QFont BoldTahoma(double points)
 {
     QFont font(Tahoma);
@@ -77,7 +68,7 @@ frmMsgBox::frmMsgBox(QWidget* parent)
 
 void frmMsgBox::SetMessage(const QString& strMessage)
 {
-    g_strMessage = strMessage;
+    m_strMessage = strMessage;
 }
 
 void frmMsgBox::setVisible(bool visible)
@@ -98,10 +89,10 @@ void frmMsgBox::setVisible(bool visible)
 
 void frmMsgBox::Form_Load()
 {
-    lblMessage->setCaption(g_strMessage);
+    lblMessage->setCaption(m_strMessage);
     // The label shows what fits it; the whole message is always at hand.
-    setToolTip(g_strMessage);
-    setAccessibleDescription(g_strMessage);
+    setToolTip(m_strMessage);
+    setAccessibleDescription(m_strMessage);
     // Readers name the box after its title, or after the application while
     // it has none, as they name the platform's own boxes.
     setAccessibleName(lblTitle->Caption().isEmpty() ? QApplication::applicationName() : lblTitle->Caption());

@@ -40,7 +40,7 @@ public:
     PictureBox* picCommand = nullptr;
     QPixmap Picture; // the box's background
 
-    QString g_strMessage;
+    QString m_strMessage;
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;

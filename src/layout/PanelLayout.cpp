@@ -10,15 +10,6 @@ namespace tessaly {
 
 namespace {
 
-template <class Control>
-Control* Place(QWidget* container, const char* name, int left, int top, int width, int height)
-{
-    auto* control = new Control(container);
-    control->setObjectName(QLatin1String(name));
-    control->Move(left, top, width, height);
-    return control;
-}
-
 QFont LayoutFont(const QString& family, double points, bool bold = false)
 {
     QFont font(family);

@@ -94,4 +94,15 @@ public:
     }
 };
 
+// Makes a control of kind `Control` in `container`, with its layout name as
+// its object name, at its place in twips.
+template <class Control>
+Control* Place(QWidget* container, const char* name, float left, float top, float width, float height)
+{
+    auto* control = new Control(container);
+    control->setObjectName(QLatin1String(name));
+    control->Move(left, top, width, height);
+    return control;
+}
+
 } // namespace tessaly
