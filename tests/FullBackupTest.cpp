@@ -6,26 +6,20 @@
 #include "model/Catalogue.h"
 #include "model/NvFile.h"
 #include "model/Xqcn.h"
+#include "support/Programs.h"
 
 #include <QDir>
 #include <QFileInfo>
 #include <QProcess>
-#include <QRegularExpression>
+#include <QTemporaryDir>
 
 #include <set>
-#include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
 using namespace tessaly::model;
 
 namespace {
-
-struct Outcome {
-    int status = -1;
-    QString out;
-    QString err;
-};
 
 using Items = std::map<NvAddress, NvEntry>;
 
@@ -87,10 +81,7 @@ protected:
         NvFile file;
         for (const auto& [address, entry] : items)
             file.entries.push_back(entry);
-        EXPECT_EQ(WriteNvFile(state(), file), "");
-        emulator.start(QStringLiteral(TESSALY_EMU), QStringList{"--state", state()} + faults);
-        EXPECT_TRUE(emulator.waitForReadyRead(5000));
-        return QString::fromLocal8Bit(emulator.readLine()).trimmed();
+        return StartEmulator(emulator, state(), file, faults);
     }
     void stop()
     {
@@ -98,20 +89,7 @@ protected:
         emulator.waitForFinished();
     }
 
-    Outcome halvane(const QStringList& arguments)
-    {
-        QProcess process;
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
-        environment.insert(QStringLiteral("XDG_DATA_HOME"), folder.filePath(QStringLiteral("data")));
-        process.setProcessEnvironment(environment);
-        process.start(QStringLiteral(HALVANE), arguments);
-        EXPECT_TRUE(process.waitForFinished(120000));
-        // Qt's word on a missing runtime folder is not halvane's.
-        static const QRegularExpression runtime(QStringLiteral("QStandardPaths:[^\n]*\n"));
-        return {process.exitCode(), QString::fromLocal8Bit(process.readAllStandardOutput()),
-                QString::fromLocal8Bit(process.readAllStandardError()).remove(runtime)};
-    }
+    Outcome halvane(const QStringList& arguments) { return RunHalvane(folder.path(), arguments); }
 
     QString state() const { return folder.filePath(QStringLiteral("handset.json")); }
     QString file(const char* name) const { return folder.filePath(QLatin1String(name)); }

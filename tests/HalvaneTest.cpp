@@ -3,6 +3,7 @@
 // error, the emulator's memory afterwards and the backups it leaves.
 #include "model/Catalogue.h"
 #include "model/NvFile.h"
+#include "support/Programs.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -14,12 +15,6 @@
 using namespace tessaly::model;
 
 namespace {
-
-struct Outcome {
-    int status = -1;
-    QString out;
-    QString err;
-};
 
 class HalvaneTest : public ::testing::Test {
 protected:
@@ -36,24 +31,10 @@ protected:
         NvFile file;
         for (const auto& [address, data] : Catalogue::BuiltIn().factory())
             file.entries.push_back({address, status.count(address) ? status.at(address) : NvStatus::Done, data});
-        EXPECT_EQ(WriteNvFile(state(), file), "");
-        emulator.start(QStringLiteral(TESSALY_EMU), QStringList{"--state", state()} + faults);
-        EXPECT_TRUE(emulator.waitForReadyRead(5000));
-        return QString::fromLocal8Bit(emulator.readLine()).trimmed();
+        return StartEmulator(emulator, state(), file, faults);
     }
 
-    Outcome halvane(const QStringList& arguments)
-    {
-        QProcess process;
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
-        environment.insert(QStringLiteral("XDG_DATA_HOME"), folder.filePath(QStringLiteral("data")));
-        process.setProcessEnvironment(environment);
-        process.start(QStringLiteral(HALVANE), arguments);
-        EXPECT_TRUE(process.waitForFinished(60000)) << "halvane waits for someone";
-        return {process.exitCode(), QString::fromLocal8Bit(process.readAllStandardOutput()),
-                QString::fromLocal8Bit(process.readAllStandardError())};
-    }
+    Outcome halvane(const QStringList& arguments) { return RunHalvane(folder.path(), arguments); }
 
     QString state() const { return folder.filePath(QStringLiteral("handset.json")); }
     // The emulator's memory now.

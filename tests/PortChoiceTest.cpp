@@ -2,6 +2,7 @@
 // and dead lines: --list-ports, --port auto with none, one and two handsets,
 // and ModemManager asked to let go of a port, on a bus of the test's own.
 #include "support/FakeSystem.h"
+#include "support/Programs.h"
 #include "support/PseudoTerminal.h"
 
 #include <QJsonArray>
@@ -15,12 +16,6 @@
 #include <memory>
 
 namespace {
-
-struct Outcome {
-    int status = -1;
-    QString out;
-    QString err;
-};
 
 const FakeSystem::Usb Handset{0x05c6, 0x9002, 0, QStringLiteral("Qualcomm"), QStringLiteral("CDMA Handset")};
 const FakeSystem::Usb Converter{0x0403, 0x6001, 0, QStringLiteral("FTDI"), QStringLiteral("FT232R")};
@@ -47,10 +42,7 @@ protected:
     QString handset()
     {
         auto& emulator = emulators.emplace_back(std::make_unique<QProcess>());
-        emulator->start(QStringLiteral(TESSALY_EMU),
-                        {QStringLiteral("--state"), folder.filePath(QStringLiteral("handset%1.json").arg(emulators.size()))});
-        EXPECT_TRUE(emulator->waitForReadyRead(5000));
-        return QString::fromLocal8Bit(emulator->readLine()).trimmed();
+        return StartEmulator(*emulator, folder.filePath(QStringLiteral("handset%1.json").arg(emulators.size())), {});
     }
 
     // A message bus of the test's own, which halvane takes for the system's.
@@ -70,20 +62,11 @@ protected:
 
     Outcome halvane(const QStringList& arguments)
     {
-        QProcess process;
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
-        environment.insert(QStringLiteral("XDG_DATA_HOME"), folder.filePath(QStringLiteral("data")));
+        QProcessEnvironment environment;
         environment.insert(QStringLiteral("TESSALY_SYSTEM_ROOT"), system.root());
-        // Never the machine's own bus.
-        environment.insert(QStringLiteral("DBUS_SYSTEM_BUS_ADDRESS"),
-                           busAddress.isEmpty() ? QStringLiteral("unix:path=%1").arg(folder.filePath(QStringLiteral("no-bus")))
-                                                : busAddress);
-        process.setProcessEnvironment(environment);
-        process.start(QStringLiteral(HALVANE), arguments);
-        EXPECT_TRUE(process.waitForFinished(60000)) << "halvane waits for someone";
-        return {process.exitCode(), QString::fromLocal8Bit(process.readAllStandardOutput()),
-                QString::fromLocal8Bit(process.readAllStandardError())};
+        if (!busAddress.isEmpty())
+            environment.insert(QStringLiteral("DBUS_SYSTEM_BUS_ADDRESS"), busAddress);
+        return RunHalvane(folder.path(), arguments, environment);
     }
 
     QTemporaryDir folder;
