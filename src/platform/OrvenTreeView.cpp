@@ -128,12 +128,15 @@ void OrvenTreeView::keyPressEvent(QKeyEvent* event)
 
 // The view's own telling of the current node and the selection counts a
 // hidden header as a row, which readers would take for a node: the tree tells
-// them itself, by the node's place among the shown nodes. The rows repaint as
-// the view would repaint them.
+// them itself, by the node's place among the shown nodes. The two rows
+// repaint across the viewport, as the view would repaint them.
 void OrvenTreeView::currentChanged(const QModelIndex& current, const QModelIndex& previous)
 {
     QAbstractItemView::currentChanged(current, previous);
-    viewport()->update();
+    for (const QModelIndex& index : {previous, current}) {
+        if (const QRect row = visualRect(index); row.isValid())
+            viewport()->update(0, row.top(), viewport()->width(), row.height());
+    }
     if (hasFocus())
         tellReaders(QAccessible::Focus, current);
 }
@@ -147,8 +150,10 @@ void OrvenTreeView::selectionChanged(const QItemSelection& selected, const QItem
 
 void OrvenTreeView::tellReaders(QAccessible::Event event, const QModelIndex& index)
 {
+    if (!QAccessible::isActive())
+        return;
     const int row = ShownNodes().indexOf(itemFromIndex(index));
-    if (!QAccessible::isActive() || row < 0)
+    if (row < 0)
         return;
     QAccessibleEvent told(this, event);
     told.setChild(row);
