@@ -165,6 +165,7 @@ signals:
     void KeyUp(int KeyCode, int Shift);
 
 protected:
+    bool event(QEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
     bool viewportEvent(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
