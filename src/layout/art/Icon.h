@@ -2,6 +2,9 @@
 // bars in amber on a slate tile, over the steel and amber of the title band.
 #pragma once
 
+#include <QDir>
+#include <QString>
+
 class QPainter;
 
 namespace tessaly::art {
@@ -10,5 +13,11 @@ namespace tessaly::art {
 inline constexpr int IconGrid = 48;
 
 void PaintIcon(QPainter& painter);
+
+// Writes the icon into `folder` laid out as an icon theme's folder is:
+// hicolor/<n>x<n>/apps/halvane.png at each size desktops ask for, and
+// hicolor/scalable/apps/halvane.svg from the same painting. Gives what could
+// not be written, or nothing.
+QString WriteIconFiles(const QDir& folder);
 
 } // namespace tessaly::art

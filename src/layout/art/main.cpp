@@ -1,8 +1,10 @@
 // Draws the skin's bitmaps into the folder given as the only argument: each
 // as <name>.png at its size and <name>@2x.png at twice its size for screens
 // of a higher pixel ratio, both from the same painting. The files are 8-bit
-// RGB without alpha, and the same on every run.
+// RGB without alpha, and the same on every run. With --icon first, it draws
+// halvane's application icon into the folder instead (Icon.h).
 #include "Art.h"
+#include "Icon.h"
 
 #include <QDir>
 #include <QGuiApplication>
@@ -34,11 +36,18 @@ int main(int argc, char** argv)
     // Drawn in memory only; the platform plugin still brings the fonts.
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QGuiApplication app(argc, argv);
-    if (argc != 2) {
-        std::fprintf(stderr, "usage: %s FOLDER\n", argv[0]);
+    const bool icon = argc == 3 && qstrcmp(argv[1], "--icon") == 0;
+    if (argc != 2 && !icon) {
+        std::fprintf(stderr, "usage: %s [--icon] FOLDER\n", argv[0]);
         return 2;
     }
-    const QDir folder(QString::fromLocal8Bit(argv[1]));
+    const QDir folder(QString::fromLocal8Bit(argv[argc - 1]));
+    if (icon) {
+        const QString failure = WriteIconFiles(folder);
+        if (!failure.isEmpty())
+            std::fprintf(stderr, "%s: %s\n", argv[0], qPrintable(failure));
+        return failure.isEmpty() ? 0 : 1;
+    }
     if (!folder.mkpath(QStringLiteral("."))) {
         std::fprintf(stderr, "%s: cannot make %s\n", argv[0], argv[1]);
         return 1;

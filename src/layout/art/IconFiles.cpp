@@ -1,18 +1,10 @@
-// Draws halvane's icon into the folder given as the only argument, laid out as
-// an icon theme's folder is: hicolor/<n>x<n>/apps/halvane.png at each size
-// desktops ask for, and hicolor/scalable/apps/halvane.svg from the same
-// painting.
 #include "Icon.h"
 
-#include <QDir>
-#include <QGuiApplication>
 #include <QImage>
 #include <QPainter>
 #include <QSvgGenerator>
 
-#include <cstdio>
-
-using namespace tessaly::art;
+namespace tessaly::art {
 
 namespace {
 
@@ -45,26 +37,17 @@ bool SaveSvg(const QString& file)
 
 } // namespace
 
-int main(int argc, char** argv)
+QString WriteIconFiles(const QDir& folder)
 {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    QGuiApplication app(argc, argv);
-    if (argc != 2) {
-        std::fprintf(stderr, "usage: %s FOLDER\n", argv[0]);
-        return 2;
-    }
-    const QDir folder(QString::fromLocal8Bit(argv[1]));
     for (int size : {16, 22, 24, 32, 48, 64, 128, 256}) {
         const QString sized = QStringLiteral("hicolor/%1x%1/apps").arg(size);
-        if (!folder.mkpath(sized) || !SavePng(folder.filePath(sized + QStringLiteral("/halvane.png")), size)) {
-            std::fprintf(stderr, "%s: cannot write the %d pixel icon\n", argv[0], size);
-            return 1;
-        }
+        if (!folder.mkpath(sized) || !SavePng(folder.filePath(sized + QStringLiteral("/halvane.png")), size))
+            return QStringLiteral("cannot write the %1 pixel icon").arg(size);
     }
     if (!folder.mkpath(QStringLiteral("hicolor/scalable/apps"))
-        || !SaveSvg(folder.filePath(QStringLiteral("hicolor/scalable/apps/halvane.svg")))) {
-        std::fprintf(stderr, "%s: cannot write the scalable icon\n", argv[0]);
-        return 1;
-    }
-    return 0;
+        || !SaveSvg(folder.filePath(QStringLiteral("hicolor/scalable/apps/halvane.svg"))))
+        return QStringLiteral("cannot write the scalable icon");
+    return {};
 }
+
+} // namespace tessaly::art
