@@ -10,6 +10,7 @@
 #include "link/SerialLink.h"
 #include "model/Catalogue.h"
 #include "model/NvFile.h"
+#include "support/RuntimeErrors.h"
 
 #include <tessaly/TessalyError.h>
 
@@ -49,16 +50,6 @@ protected:
         return std::make_unique<SerialLink>(QString::fromLocal8Bit(emulator.readLine()).trimmed(), 300ms);
     }
 
-    static int ErrorOf(const std::function<void()>& exchange)
-    {
-        try {
-            exchange();
-        } catch (const TessalyError& error) {
-            return error.number();
-        }
-        return 0;
-    }
-
     QTemporaryDir folder;
     QProcess emulator;
 };
@@ -70,7 +61,7 @@ TEST_F(EmulatorTest, ModeChangesWaitForTheSpcAndResetKeepsTheMemoryAfterASilence
     const auto line = start({"--spc", "123456"});
     const auto control = [&](ControlMode mode) {
         const QByteArray request = ControlRequest(mode);
-        return ErrorOf([&] { ParseControl(request, line->transact(request)); });
+        return ErrorNumberOf<TessalyError>([&] { ParseControl(request, line->transact(request)); });
     };
     EXPECT_EQ(control(ControlMode::OfflineDigital), errSpcLocked);
     ASSERT_TRUE(ParseSpc(SpcRequest(QStringLiteral("123456")), line->transact(SpcRequest(QStringLiteral("123456")))));
@@ -84,10 +75,10 @@ TEST_F(EmulatorTest, ModeChangesWaitForTheSpcAndResetKeepsTheMemoryAfterASilence
     EXPECT_EQ(control(ControlMode::Reset), 0);
     // Starting again, the handset says nothing, then comes back locked with
     // what was written.
-    EXPECT_NE(ErrorOf([&] { line->transact(BareRequest(CmdVersion)); }), 0);
+    EXPECT_NE(ErrorNumberOf<TessalyError>([&] { line->transact(BareRequest(CmdVersion)); }), 0);
     QThread::msleep(1200);
     EXPECT_EQ(ParseVersion(BareRequest(CmdVersion), line->transact(BareRequest(CmdVersion))).versionDirectory, "HV800");
-    EXPECT_EQ(ErrorOf([&] { ParseNvItem(write, line->transact(write, true)); }), errSpcLocked);
+    EXPECT_EQ(ErrorNumberOf<TessalyError>([&] { ParseNvItem(write, line->transact(write, true)); }), errSpcLocked);
     model::NvData index0{};
     const QByteArray read = NvItemRequest(CmdNvRead, 178, index0);
     EXPECT_EQ(ParseNvItem(read, line->transact(read, true)).data[1], '9');
