@@ -7,8 +7,10 @@
 
 #include "model/NvFile.h"
 
+#include <QDir>
 #include <QProcess>
 #include <QRegularExpression>
+#include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
@@ -50,3 +52,53 @@ inline QString StartEmulator(QProcess& emulator, const QString& state, const tes
     EXPECT_TRUE(emulator.waitForReadyRead(5000)) << qPrintable(emulator.readAllStandardError());
     return QString::fromLocal8Bit(emulator.readLine()).trimmed();
 }
+
+// A test that runs halvane against one emulator, both in a folder of its own.
+class HandsetRunTest : public ::testing::Test {
+public:
+    using Items = std::map<tessaly::model::NvAddress, tessaly::model::NvEntry>;
+
+protected:
+    void TearDown() override { stop(); }
+    void stop()
+    {
+        emulator.kill();
+        emulator.waitForFinished();
+    }
+    // Starts the emulator on `items`, with `faults`; gives its terminal's path.
+    QString start(const Items& items, const QStringList& faults = {})
+    {
+        stop();
+        tessaly::model::NvFile file;
+        for (const auto& [address, entry] : items)
+            file.entries.push_back(entry);
+        return StartEmulator(emulator, state(), file, faults);
+    }
+
+    Outcome halvane(const QStringList& arguments) { return RunHalvane(folder.path(), arguments); }
+
+    QString state() const { return folder.filePath(QStringLiteral("handset.json")); }
+    QString file(const char* name) const { return folder.filePath(QLatin1String(name)); }
+    // The items of an NV file of that kind, by address.
+    static Items read(const QString& path, tessaly::model::NvFileKind kind)
+    {
+        tessaly::model::NvFile nv;
+        EXPECT_EQ(tessaly::model::ReadNvFile(path, kind, nv), "");
+        Items items;
+        for (const tessaly::model::NvEntry& entry : nv.entries)
+            items[entry.address] = entry;
+        return items;
+    }
+    // The backups halvane kept, by name.
+    QStringList backups() const
+    {
+        const QDir dir(folder.filePath(QStringLiteral("data/Halvane/backups")));
+        QStringList paths;
+        for (const QString& name : dir.entryList(QDir::Files, QDir::Name))
+            paths << dir.filePath(name);
+        return paths;
+    }
+
+    QTemporaryDir folder;
+    QProcess emulator;
+};
