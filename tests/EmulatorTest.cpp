@@ -10,11 +10,11 @@
 #include "link/SerialLink.h"
 #include "model/Catalogue.h"
 #include "model/NvFile.h"
+#include "support/Emulator.h"
 #include "support/RuntimeErrors.h"
 
 #include <tessaly/TessalyError.h>
 
-#include <QProcess>
 #include <QTemporaryDir>
 #include <QThread>
 
@@ -28,12 +28,6 @@ namespace {
 
 class EmulatorTest : public ::testing::Test {
 protected:
-    void TearDown() override
-    {
-        emulator.kill();
-        emulator.waitForFinished();
-    }
-
     // Starts the emulator with `arguments` on a state file of the factory
     // items and `handset` as its handset's fields; gives a link to it.
     std::unique_ptr<SerialLink> start(const QStringList& arguments = {}, const QJsonObject& handset = {})
@@ -44,14 +38,11 @@ protected:
             file.fields[QLatin1String("handset")] = handset;
         for (const auto& [address, data] : model::Catalogue::BuiltIn().factory())
             file.entries.push_back({address, model::NvStatus::Done, data});
-        EXPECT_EQ(model::WriteNvFile(state, file), "");
-        emulator.start(QStringLiteral(TESSALY_EMU), QStringList{"--state", state} + arguments);
-        EXPECT_TRUE(emulator.waitForReadyRead(5000));
-        return std::make_unique<SerialLink>(QString::fromLocal8Bit(emulator.readLine()).trimmed(), 300ms);
+        return std::make_unique<SerialLink>(emulator.startOn(state, file, arguments), 300ms);
     }
 
     QTemporaryDir folder;
-    QProcess emulator;
+    Emulator emulator;
 };
 
 } // namespace

@@ -5,9 +5,9 @@
 #include "link/LiveNvMemory.h"
 #include "model/Catalogue.h"
 #include "model/SimulatedHandset.h"
+#include "support/Emulator.h"
 #include "support/PanelFixture.h"
 
-#include <QProcess>
 #include <QTemporaryDir>
 #include <QTimer>
 
@@ -18,25 +18,16 @@ namespace {
 
 class LiveLinkTest : public PanelFixture {
 protected:
-    void TearDown() override
-    {
-        emulator.kill();
-        emulator.waitForFinished();
-        PanelFixture::TearDown();
-    }
-
     // Starts the emulator with `faults` and gives its terminal's path.
     QString start(const QStringList& faults = {})
     {
-        emulator.start(QStringLiteral(TESSALY_EMU), QStringList{"--state", folder.filePath("handset.json")} + faults);
-        EXPECT_TRUE(emulator.waitForReadyRead(5000));
-        return QString::fromLocal8Bit(emulator.readLine()).trimmed();
+        return emulator.startOn(folder.filePath("handset.json"), {}, faults);
     }
 
     QString mdn() { return host->GetItemFromGrd(0, 1, 0); }
 
-    QProcess emulator;
     QTemporaryDir folder;
+    Emulator emulator;
 };
 
 } // namespace
@@ -132,7 +123,5 @@ TEST_F(LiveLinkTest, LabelAndBasicInformationNameTheHandsetAsItSaysItself)
         EXPECT_EQ(panel().txtPhoneSWVer->Text(), QLatin1String(c.software));
         EXPECT_EQ(panel().txtMEID->Text().isEmpty(), !c.meid) << c.model;
         host->SetModelDLL(nullptr);
-        emulator.kill();
-        emulator.waitForFinished();
     }
 }

@@ -32,17 +32,13 @@ protected:
                 process->kill();
                 process->waitForFinished();
             }
-        for (const auto& emulator : emulators) {
-            emulator->kill();
-            emulator->waitForFinished();
-        }
     }
 
     // A new emulated handset's terminal.
     QString handset()
     {
-        auto& emulator = emulators.emplace_back(std::make_unique<QProcess>());
-        return StartEmulator(*emulator, folder.filePath(QStringLiteral("handset%1.json").arg(emulators.size())), {});
+        auto& emulator = emulators.emplace_back(std::make_unique<Emulator>());
+        return emulator->startOn(folder.filePath(QStringLiteral("handset%1.json").arg(emulators.size())));
     }
 
     // A message bus of the test's own, which halvane takes for the system's.
@@ -70,7 +66,7 @@ protected:
 
     QTemporaryDir folder;
     FakeSystem system;
-    std::vector<std::unique_ptr<QProcess>> emulators;
+    std::vector<std::unique_ptr<Emulator>> emulators;
     PseudoTerminal silent;
     PseudoTerminal noisy{PseudoTerminal::Behaviour::Garbage};
     QProcess bus;

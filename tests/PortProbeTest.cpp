@@ -3,10 +3,10 @@
 // and each line left as it was found.
 #include "link/PortProbe.h"
 
+#include "support/Emulator.h"
 #include "support/PseudoTerminal.h"
 
 #include <QElapsedTimer>
-#include <QProcess>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -21,35 +21,22 @@ namespace {
 
 class PortProbeTest : public ::testing::Test {
 protected:
-    void TearDown() override
-    {
-        for (QProcess& emulator : emulators) {
-            emulator.kill();
-            emulator.waitForFinished();
-        }
-    }
-
     // A handset of the emulator's `model` on a line of its own.
     QString startEmulator(int which, const QString& model)
     {
-        QProcess& emulator = emulators[which];
-        emulator.start(QStringLiteral(TESSALY_EMU), {QStringLiteral("--state"),
-                                                     folder.filePath(QStringLiteral("handset%1.json").arg(which)),
-                                                     QStringLiteral("--model"), model});
-        EXPECT_TRUE(emulator.waitForReadyRead(5000));
-        return QString::fromLocal8Bit(emulator.readLine()).trimmed();
+        return emulators[which].startOn(folder.filePath(QStringLiteral("handset%1.json").arg(which)), {}, {"--model", model});
     }
 
-    QProcess emulators[2];
     QTemporaryDir folder;
+    Emulator emulators[2];
 };
 
 TEST_F(PortProbeTest, OnlyTheHandsetAnswersAndTheWholeProbeKeepsToItsTime)
 {
-    const QString handset = startEmulator(0, QStringLiteral("SIM-800"));
+    const QString handset = startEmulator(0, "SIM-800");
     // An older handset answers the build id "bad command": its name comes
     // from the version reply's fields.
-    const QString older = startEmulator(1, QStringLiteral("SIM-300"));
+    const QString older = startEmulator(1, "SIM-300");
     PseudoTerminal silent;
     PseudoTerminal noisy(PseudoTerminal::Behaviour::Garbage);
     // The silent line as some other program left it: 9600 baud, canonical.
