@@ -39,9 +39,8 @@ TEST_F(AccessibilityTest, CommandAndWindowButtonsAreReachedByTabAndPressedOnceBy
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
         reached << QApplication::focusWidget();
     }
-    for (QWidget* button : {static_cast<QWidget*>(p.picCommand(0)), static_cast<QWidget*>(p.picCommand(1)),
-                            static_cast<QWidget*>(p.picCommand(2)), static_cast<QWidget*>(p.picCommand(3)),
-                            static_cast<QWidget*>(p.imgWndMin), static_cast<QWidget*>(p.imgWndClose)})
+    for (QWidget* button : std::initializer_list<QWidget*>{p.picCommand(0), p.picCommand(1), p.picCommand(2),
+                                                           p.picCommand(3), p.imgWndMin, p.imgWndClose})
         EXPECT_TRUE(reached.contains(button)) << button->accessibleName().toStdString();
 
     // Each way of pressing raises Click once, which the panel handles as a

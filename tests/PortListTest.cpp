@@ -82,11 +82,6 @@ TEST_F(PortListTest, ListsUsbAndBuiltInPortsWithWhatSysfsTellsAndLeavesOutTheRes
     EXPECT_EQ(acm.usb->diagnostic, nullptr);
     EXPECT_FALSE(Named(ports, "/dev/ttyS0").usb);
     EXPECT_EQ(PortLine({Named(ports, "/dev/ttyS0"), std::nullopt}), "/dev/ttyS0  serial8250  permitted");
-
-    const QString line = PortLine({handset, std::nullopt});
-    EXPECT_TRUE(line.startsWith(QLatin1String("/dev/ttyUSB0  05c6:9002 \"Qualcomm CDMA Handset\" interface 0 class ff  "
-                                              "handset diagnostic port")))
-        << qPrintable(line);
 }
 
 TEST_F(PortListTest, ProgramsHoldingAPortAreNamedFromProc)
