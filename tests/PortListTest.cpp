@@ -71,7 +71,6 @@ TEST_F(PortListTest, ListsUsbAndBuiltInPortsWithWhatSysfsTellsAndLeavesOutTheRes
               std::tuple(0x05c6, 0x9002, 0, 0xff, QStringLiteral("Qualcomm")));
     ASSERT_NE(handset.usb->diagnostic, nullptr);
     EXPECT_EQ(handset.usb->device, system.usbDevice("ttyUSB0"));
-    EXPECT_TRUE(handset.usb->device.startsWith(QLatin1String("/sys/devices/"))) << qPrintable(handset.usb->device);
     EXPECT_EQ(handset.node, system.path("/dev/ttyUSB0"));
 
     // The interface is found on a port straight on its interface too; a
@@ -95,7 +94,6 @@ TEST_F(PortListTest, ProgramsHoldingAPortAreNamedFromProc)
     ASSERT_EQ(handset.holders.size(), 1u);
     EXPECT_TRUE(handset.heldBy(u"ModemManager"));
     EXPECT_EQ(WhyNotProbed(handset), "held by ModemManager (pid 812)");
-    EXPECT_TRUE(PortLine({handset, std::nullopt}).contains(QLatin1String("held by ModemManager (pid 812)")));
     EXPECT_TRUE(Named(ports, "/dev/ttyACM0").holders.empty());
 
     const QJsonObject json = PortsJson({{handset, std::nullopt}})[0].toObject();

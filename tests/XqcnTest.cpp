@@ -1,11 +1,8 @@
 // NV items on disk beyond the catalogue: the XQCN file, against bytes written
 // out here as the open tools lay it out, its round trip, and a damaged file
-// of every kind refused whole; and the simulated handset's memory file
-// keeping items at both ends of the numbering with every byte.
-#include "model/FileNvMemory.h"
+// of every kind refused whole. (The memory file keeps such items with every
+// byte in the full backup's run against the emulator.)
 #include "model/Xqcn.h"
-
-#include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
@@ -109,23 +106,4 @@ TEST(Xqcn, DamagedFileIsRefusedWholeNamingWhatAndWhere)
     }
     std::vector<NvEntry> read;
     EXPECT_TRUE(ReadXqcn(XqcnWith(good), {}, read).isEmpty()) << "the good record alone is taken";
-}
-
-TEST(NvFile, MemoryFileKeepsItemsAtBothEndsOfTheNumberingWithEveryByte)
-{
-    QTemporaryDir folder;
-    const QString path = folder.filePath(QStringLiteral("nv.json"));
-    {
-        FileNvMemory memory(path, {});
-        for (const NvEntry& entry : EdgeItems())
-            memory.write(entry.address, entry.data);
-        memory.commit();
-    }
-    FileNvMemory again(path, {});
-    ASSERT_TRUE(again.lastProblem().isEmpty()) << qPrintable(again.lastProblem());
-    for (const NvEntry& entry : EdgeItems()) {
-        NvData data{};
-        EXPECT_EQ(again.read(entry.address, data), NvStatus::Done);
-        EXPECT_EQ(data, entry.data) << qPrintable(Describe(entry.address));
-    }
 }
