@@ -41,7 +41,6 @@ TEST_F(LiveLinkTest, ReadWriteAndRestoreGoOverTheLineAndLast)
         model::SimulatedHandset handset(*host, memory);
         handset.NVRead();
         EXPECT_EQ(mdn(), "8585550143");
-        EXPECT_EQ(host->GetItemFromGrd(20, 1, 0), "6195550172");
         host->AddItemToGrd(0, {}, true, false, {}, QStringLiteral("8585550199"), 1, 1);
         handset.NVWrite();
     }

@@ -65,9 +65,8 @@ TEST(Pipeline, RepliesInAnyOrderAreMatchedByItemAndIndex)
             return;
         }
         EXPECT_EQ(answer.refused, "");
-        EXPECT_EQ(answer.reply.item, address.item);
-        EXPECT_EQ(answer.reply.data[0], address.index < 0 ? 0 : address.index);
-        EXPECT_EQ(answer.reply.data[1], uint8_t(address.item));
+        EXPECT_EQ(std::tuple(answer.reply.item, answer.reply.data[0], answer.reply.data[1]),
+                  std::tuple(address.item, address.index < 0 ? 0 : address.index, uint8_t(address.item)));
     });
     EXPECT_EQ(taken, addresses);
 }

@@ -61,9 +61,8 @@ TEST(Xqcn, RecordsAreLaidOutAsOtherToolsReadThem)
     const QByteArray other = XqcnWith(Record("8800010034120000", 0x55) + ' ' + Record("8800010002010000"));
     ASSERT_EQ(ReadXqcn(other, {}, read), "");
     ASSERT_EQ(read.size(), 2u);
-    EXPECT_EQ(read[0].address, (NvAddress{0x1234, -1}));
-    EXPECT_EQ(read[0].data[127], 0x55);
-    EXPECT_EQ(read[1].address, (NvAddress{0x0102, -1}));
+    EXPECT_EQ(std::tuple(read[0].address, read[0].data[127], read[1].address),
+              std::tuple(NvAddress{0x1234, -1}, 0x55, NvAddress{0x0102, -1}));
 }
 
 TEST(Xqcn, RoundTripKeepsItemsBytesAndStatuses)
