@@ -66,7 +66,6 @@ TEST_F(HalvaneTest, ReadKeepsABackupOfItemsTheHandsetLacksAndTellsThemOnce)
         << qPrintable(run.err);
     ASSERT_EQ(backups().size(), 1);
     EXPECT_EQ(run.out.trimmed(), backups()[0]);
-    EXPECT_EQ(QFileInfo(backups()[0]).permissions() & 0x0FFF, QFile::ReadUser | QFile::WriteUser) << "mode 0600";
     NvFile backup;
     ASSERT_EQ(ReadNvFile(backups()[0], NvFileKind::Backup, backup), "");
     EXPECT_EQ(EntryOf(backup, {MeidItem, -1}).status, NvStatus::NotValid);
