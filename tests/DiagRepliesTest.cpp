@@ -6,7 +6,6 @@
 #include "link/DiagLogging.h"
 #include "link/DiagPackets.h"
 #include "link/DiagSubsystem.h"
-#include "link/HandsetIdentity.h"
 #include "support/RuntimeErrors.h"
 
 #include <tessaly/TessalyError.h>
@@ -47,10 +46,6 @@ TEST(DiagReplies, VersionReplyIsDecodedByItsFieldsNeverAsOneString)
               std::tuple(0xEA, 60, 231, 1, 2));
     EXPECT_EQ(EncodeVersion(version), VersionReply) << "the emulator sends the same bytes";
 
-    // Without a build id the name and software come from these fields, apart.
-    const HandsetIdentity identity = IdentityOf(version, {});
-    EXPECT_EQ(QStringList({identity.model, identity.softwareVersion, identity.compiled}),
-              QStringList({"HV800 (model 60)", "HV800 rev 231", "Mar 18 2024 14:02:37"}));
     // The short string reply of old emulators is refused, not read as a name.
     EXPECT_EQ(ErrorOf([] { ParseVersion(BareRequest(CmdVersion), QByteArray(1, '\0') + "TESSALY-EMU 1.0"); }),
               errWrongReply);
@@ -66,9 +61,6 @@ TEST(DiagReplies, ExtendedBuildIdGivesTheModelStringAndSoftware)
     // A handset that ends the packet instead of the last NUL.
     EXPECT_EQ(ParseExtendedBuildId(BareRequest(CmdExtBuildId), reply.chopped(1)).model, "Halvane SIM-800");
 
-    const HandsetIdentity identity = IdentityOf(ParseVersion(BareRequest(CmdVersion), VersionReply), build);
-    EXPECT_EQ(QStringList({identity.model, identity.softwareVersion, identity.released}),
-              QStringList({"Halvane SIM-800", "HV800-2.31.07", "Mar 20 2024 09:30:00"}));
 }
 
 TEST(DiagReplies, DiagVersionAndStatus)
