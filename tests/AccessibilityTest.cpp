@@ -39,9 +39,8 @@ TEST_F(AccessibilityTest, CommandAndWindowButtonsAreReachedByTabAndPressedOnceBy
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
         reached << QApplication::focusWidget();
     }
-    for (QWidget* button : {static_cast<QWidget*>(p.picCommand(0)), static_cast<QWidget*>(p.picCommand(1)),
-                            static_cast<QWidget*>(p.picCommand(2)), static_cast<QWidget*>(p.picCommand(3)),
-                            static_cast<QWidget*>(p.imgWndMin), static_cast<QWidget*>(p.imgWndClose)})
+    for (QWidget* button : std::initializer_list<QWidget*>{p.picCommand(0), p.picCommand(1), p.picCommand(2),
+                                                           p.picCommand(3), p.imgWndMin, p.imgWndClose})
         EXPECT_TRUE(reached.contains(button)) << button->accessibleName().toStdString();
 
     // Each way of pressing raises Click once, which the panel handles as a
@@ -86,8 +85,7 @@ TEST_F(AccessibilityTest, EditorsValuesAndListsAreNamedAfterWhatTheyBelongTo)
 {
     const PanelControls& p = panel();
     // The host's basic information, each value read under its own name.
-    host->SetBasicInfo(QStringLiteral("HV-2.31"), QStringLiteral("2027-03-01"), QStringLiteral("8F3A21C4"),
-                       QStringLiteral("A0000012345678"), QStringLiteral("1234 h"), QStringLiteral("567"));
+    host->SetBasicInfo("HV-2.31", "2027-03-01", "8F3A21C4", "A0000012345678", "1234 h", "567");
     const std::tuple<TextBox*, const char*, const char*> values[] = {
         {p.txtPhoneSWVer, "Phone S/W Version", "HV-2.31"}, {p.txtWarrantyDate, "Warranty Date", "2027-03-01"},
         {p.txtESN, "ESN", "8F3A21C4"}, {p.txtMEID, "MEID", "A0000012345678"},

@@ -10,9 +10,6 @@ TEST_F(AddedTabsTest, AddedPageWorksLikeAFixedOneAndKeepsEveryStoredRecord)
 {
     host->AddItemToGrd(13, QStringLiteral("###"), true, false, QStringLiteral("a|b"), QStringLiteral("7"), 99, 40);
     DialogAnswerer answerer;
-    host->AddItemToGrd(21, {}, false, false, {}, QStringLiteral("x"), 1, 1);
-    EXPECT_EQ(answerer.texts(), QStringList{"Bad Tab Index.. In AddItemToGrd()"});
-
     EXPECT_EQ(host->AddTab(QStringLiteral("Roaming List"), 3), 21);
     EXPECT_EQ(PanelOf(*host).Cells().Attr(13, 99, 40).ComboStr, "a|b") << "records of the fixed pages survive";
     MSFlexGrid* g = grid(21);
@@ -30,7 +27,7 @@ TEST_F(AddedTabsTest, AddedPageWorksLikeAFixedOneAndKeepsEveryStoredRecord)
     QTest::keyClick(g, Qt::Key_Right);
     QTest::keyClick(g, Qt::Key_Return);
     EXPECT_EQ(panel().txtEdit(21)->Text(), "4139");
-    EXPECT_EQ(answerer.texts().size(), 1);
+    EXPECT_TRUE(answerer.texts().isEmpty());
 }
 
 TEST_F(AddedTabsTest, PagesGoNewestFirstAndFixedPagesOnlyLoseTheirNode)

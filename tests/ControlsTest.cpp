@@ -49,10 +49,8 @@ TEST(ControlArray, LoadedElementCopiesTheModelAndStartsHidden)
     txtEdit.Load(3);
 
     TextBox* loaded = txtEdit(3);
-    EXPECT_EQ(loaded->objectName(), "txtEdit(3)");
-    EXPECT_EQ(loaded->geometry(), model->geometry());
-    EXPECT_EQ(loaded->Text(), "Text2");
-    EXPECT_EQ(loaded->font().pointSizeF(), 8.25);
+    EXPECT_EQ(QStringList({loaded->objectName(), loaded->Text()}), QStringList({"txtEdit(3)", "Text2"}));
+    EXPECT_EQ(std::tuple(loaded->geometry(), loaded->font().pointSizeF()), std::tuple(model->geometry(), 8.25));
     EXPECT_FALSE(loaded->Visible());
 }
 

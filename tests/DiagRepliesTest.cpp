@@ -6,9 +6,11 @@
 #include "link/DiagLogging.h"
 #include "link/DiagPackets.h"
 #include "link/DiagSubsystem.h"
-#include "link/HandsetIdentity.h"
+#include "support/RuntimeErrors.h"
 
 #include <tessaly/TessalyError.h>
+
+#include <QStringList>
 
 #include <gtest/gtest.h>
 
@@ -22,15 +24,7 @@ QByteArray Hex(const char* hex)
     return QByteArray::fromHex(hex);
 }
 
-int ErrorOf(const std::function<void()>& parse)
-{
-    try {
-        parse();
-    } catch (const TessalyError& error) {
-        return error.number();
-    }
-    return 0;
-}
+const auto ErrorOf = [](auto&& parse) { return ErrorNumberOf<TessalyError>(parse); };
 
 // A version reply: the dates and times, "HV800" as the version directory,
 // station class mark 0xEA, CAI revision 6, model 60, firmware 231 (E7 00),
@@ -44,23 +38,14 @@ TEST(DiagReplies, VersionReplyIsDecodedByItsFieldsNeverAsOneString)
 {
     ASSERT_EQ(VersionReply.size(), VersionReplySize);
     const VersionInfo version = ParseVersion(BareRequest(CmdVersion), VersionReply);
-    EXPECT_EQ(version.compileDate, "Mar 18 2024");
-    EXPECT_EQ(version.compileTime, "14:02:37");
-    EXPECT_EQ(version.releaseDate, "Mar 20 2024");
-    EXPECT_EQ(version.releaseTime, "09:30:00");
-    EXPECT_EQ(version.versionDirectory, "HV800");
-    EXPECT_EQ(version.stationClassMark, 0xEA);
-    EXPECT_EQ(version.modelNumber, 60);
-    EXPECT_EQ(version.firmwareRevision, 231);
-    EXPECT_EQ(version.hardwareMajor, 1);
-    EXPECT_EQ(version.hardwareMinor, 2);
+    EXPECT_EQ(QStringList({version.compileDate, version.compileTime, version.releaseDate, version.releaseTime,
+                           version.versionDirectory}),
+              QStringList({"Mar 18 2024", "14:02:37", "Mar 20 2024", "09:30:00", "HV800"}));
+    EXPECT_EQ(std::tuple(version.stationClassMark, version.modelNumber, version.firmwareRevision, version.hardwareMajor,
+                         version.hardwareMinor),
+              std::tuple(0xEA, 60, 231, 1, 2));
     EXPECT_EQ(EncodeVersion(version), VersionReply) << "the emulator sends the same bytes";
 
-    // Without a build id the name and software come from these fields, apart.
-    const HandsetIdentity identity = IdentityOf(version, {});
-    EXPECT_EQ(identity.model, "HV800 (model 60)");
-    EXPECT_EQ(identity.softwareVersion, "HV800 rev 231");
-    EXPECT_EQ(identity.compiled, "Mar 18 2024 14:02:37");
     // The short string reply of old emulators is refused, not read as a name.
     EXPECT_EQ(ErrorOf([] { ParseVersion(BareRequest(CmdVersion), QByteArray(1, '\0') + "TESSALY-EMU 1.0"); }),
               errWrongReply);
@@ -70,18 +55,12 @@ TEST(DiagReplies, ExtendedBuildIdGivesTheModelStringAndSoftware)
 {
     const QByteArray reply = Hex("7c010000" "e1100b00" "3c000000") + QByteArray("HV800-2.31.07\0Halvane SIM-800\0", 30);
     const ExtendedBuildId build = ParseExtendedBuildId(BareRequest(CmdExtBuildId), reply);
-    EXPECT_EQ(build.msmHardwareVersion, 0x000B10E1u);
-    EXPECT_EQ(build.modelId, 60u);
-    EXPECT_EQ(build.software, "HV800-2.31.07");
-    EXPECT_EQ(build.model, "Halvane SIM-800");
+    EXPECT_EQ(std::tuple(build.msmHardwareVersion, build.modelId), std::tuple(0x000B10E1u, 60u));
+    EXPECT_EQ(QStringList({build.software, build.model}), QStringList({"HV800-2.31.07", "Halvane SIM-800"}));
     EXPECT_EQ(EncodeExtendedBuildId(build), reply);
     // A handset that ends the packet instead of the last NUL.
     EXPECT_EQ(ParseExtendedBuildId(BareRequest(CmdExtBuildId), reply.chopped(1)).model, "Halvane SIM-800");
 
-    const HandsetIdentity identity = IdentityOf(ParseVersion(BareRequest(CmdVersion), VersionReply), build);
-    EXPECT_EQ(identity.model, "Halvane SIM-800");
-    EXPECT_EQ(identity.softwareVersion, "HV800-2.31.07");
-    EXPECT_EQ(identity.released, "Mar 20 2024 09:30:00");
 }
 
 TEST(DiagReplies, DiagVersionAndStatus)
@@ -93,12 +72,8 @@ TEST(DiagReplies, DiagVersionAndStatus)
         + QByteArray(7, '\0') + Hex("0000" "1b01" "00" "0000" "2b10" "ffff") + QByteArray(5, '\0');
     ASSERT_EQ(status.size(), StatusReplySize);
     const StationStatus station = ParseStatus(BareRequest(CmdStatus), status);
-    EXPECT_EQ(station.esn, 0x8F3A21C4u);
-    EXPECT_EQ(station.rfMode, 1);
-    EXPECT_EQ(station.cdmaRxState, 3);
-    EXPECT_EQ(station.channel, 283);
-    EXPECT_EQ(station.sid, 4139);
-    EXPECT_EQ(station.nid, 65535);
+    EXPECT_EQ(std::tuple(station.esn, station.rfMode, station.cdmaRxState, station.channel, station.sid, station.nid),
+              std::tuple(0x8F3A21C4u, 1, 3, 283, 4139, 65535));
     EXPECT_EQ(EncodeStatus(station), status);
 }
 
@@ -130,30 +105,24 @@ TEST(DiagReplies, EventLogAndMessageConfiguration)
     // Log ranges: CDMA (equipment 1) up to item 0x5FF.
     QByteArray ranges = Hex("73000000" "01000000" "00000000" "00000000" "ff050000") + QByteArray(14 * 4, '\0');
     const LogConfig config = ParseLogConfig(LogConfigRequest(LogRetrieveRanges), ranges);
-    EXPECT_EQ(config.status, 0u);
-    EXPECT_EQ(config.lastItems[1], 0x5FFu);
-    EXPECT_EQ(config.lastItems[2], 0u);
+    EXPECT_EQ(std::tuple(config.status, config.lastItems[1], config.lastItems[2]), std::tuple(0u, 0x5FFu, 0u));
     // A mask of equipment 1, 10 items, items 0 and 9 on.
     const QByteArray maskReply = Hex("73000000" "04000000" "00000000" "01000000" "0a000000" "0102");
     const LogConfig mask = ParseLogConfig(LogConfigRequest(LogGetMask, {1, 0, {}}), maskReply);
-    EXPECT_EQ(mask.mask.equipment, 1u);
-    EXPECT_EQ(mask.mask.items, 10u);
-    EXPECT_EQ(mask.mask.bits, Hex("0102"));
+    EXPECT_EQ(std::tuple(mask.mask.equipment, mask.mask.items, mask.mask.bits), std::tuple(1u, 10u, Hex("0102")));
     EXPECT_EQ(EncodeLogConfig(mask), maskReply);
     EXPECT_EQ(ErrorOf([&] { ParseLogConfig(LogConfigRequest(LogGetMask, {1, 0, {}}), maskReply.chopped(1)); }),
               errWrongReply);
 
     const std::optional<ExtendedLogMask> extended = ReadExtendedLogMask(Hex("5d0c00ff0f"));
     ASSERT_TRUE(extended);
-    EXPECT_EQ(extended->bits, 12);
-    EXPECT_EQ(extended->mask, Hex("ff0f"));
+    EXPECT_EQ(std::tuple(extended->bits, extended->mask), std::tuple(12, Hex("ff0f")));
 
     // Message ranges: ids 0 to 120 and 500 to 520.
     const MessageConfig ids = ParseMessageConfig(MessageConfigRequest({}), Hex("7d010100" "02000000" "00007800" "f401"
                                                                                 "0802"));
     ASSERT_EQ(ids.ranges.size(), 2u);
-    EXPECT_EQ(ids.ranges[1].first, 500);
-    EXPECT_EQ(ids.ranges[1].last, 520);
+    EXPECT_EQ(std::tuple(ids.ranges[1].first, ids.ranges[1].last), std::tuple(500, 520));
     MessageConfig all;
     all.operation = MsgSetAllMasks;
     all.masks = {0x1F};
@@ -180,10 +149,7 @@ TEST(DiagReplies, SubsystemNvBySubscriptionAndCallManagerState)
     QByteArray reply = request;
     reply.replace(9, 10, "6195550172");
     const SubscriptionNvItem item = ParseSubscriptionNv(request, reply);
-    EXPECT_EQ(item.item, 178);
-    EXPECT_EQ(item.data[0], 1);
-    EXPECT_EQ(item.data[1], '6');
-    EXPECT_EQ(item.status, 0);
+    EXPECT_EQ(std::tuple(item.item, item.data[0], item.data[1], item.status), std::tuple(178, 1, '6', 0));
     // A reply for another index, subscription or subsystem is waited past.
     QByteArray otherIndex = reply;
     otherIndex[8] = 0;
@@ -199,8 +165,6 @@ TEST(DiagReplies, SubsystemNvBySubscriptionAndCallManagerState)
     const QByteArray state = Hex("4b0f0000" "00000000" "05000000" "02000000" "04000000" "ffffff3f" "ff000000"
                                  "02000000" "00000000" "00000000" "00000000");
     const CallManagerState cm = ParseCallManagerState(SubsystemRequest(SubsysCallManager, CallManagerStateInfo), state);
-    EXPECT_EQ(cm.operatingMode, 5u);
-    EXPECT_EQ(cm.systemMode, 2u);
-    EXPECT_EQ(cm.bandPreference, 0x3FFFFFFFu);
+    EXPECT_EQ(std::tuple(cm.operatingMode, cm.systemMode, cm.bandPreference), std::tuple(5u, 2u, 0x3FFFFFFFu));
     EXPECT_EQ(EncodeCallManagerState(cm), state);
 }

@@ -8,10 +8,7 @@
 #include "model/Xqcn.h"
 #include "support/Programs.h"
 
-#include <QDir>
 #include <QFileInfo>
-#include <QProcess>
-#include <QTemporaryDir>
 
 #include <set>
 
@@ -21,7 +18,7 @@ using namespace tessaly::model;
 
 namespace {
 
-using Items = std::map<NvAddress, NvEntry>;
+using Items = HandsetRunTest::Items;
 
 NvEntry Held(NvAddress address, std::initializer_list<uint8_t> head, uint8_t last = 0)
 {
@@ -71,45 +68,8 @@ std::string Differences(const Items& a, const Items& b)
     return differ.join(QLatin1String(", ")).toStdString();
 }
 
-class FullBackupTest : public ::testing::Test {
+class FullBackupTest : public HandsetRunTest {
 protected:
-    void TearDown() override { stop(); }
-
-    QString start(const Items& items, const QStringList& faults = {})
-    {
-        stop();
-        NvFile file;
-        for (const auto& [address, entry] : items)
-            file.entries.push_back(entry);
-        return StartEmulator(emulator, state(), file, faults);
-    }
-    void stop()
-    {
-        emulator.kill();
-        emulator.waitForFinished();
-    }
-
-    Outcome halvane(const QStringList& arguments) { return RunHalvane(folder.path(), arguments); }
-
-    QString state() const { return folder.filePath(QStringLiteral("handset.json")); }
-    QString file(const char* name) const { return folder.filePath(QLatin1String(name)); }
-    Items read(const QString& path, NvFileKind kind) const
-    {
-        NvFile nv;
-        EXPECT_EQ(ReadNvFile(path, kind, nv), "");
-        Items items;
-        for (const NvEntry& entry : nv.entries)
-            items[entry.address] = entry;
-        return items;
-    }
-    QStringList backups() const
-    {
-        const QDir dir(folder.filePath(QStringLiteral("data/Halvane/backups")));
-        QStringList paths;
-        for (const QString& name : dir.entryList(QDir::Files, QDir::Name))
-            paths << dir.filePath(name);
-        return paths;
-    }
     // Restores `backup` to a fresh handset and gives what it holds then.
     Items restoreToFresh(const QString& backup)
     {
@@ -128,9 +88,6 @@ protected:
             << qPrintable(all.out);
         return read(state(), NvFileKind::Memory);
     }
-
-    QTemporaryDir folder;
-    QProcess emulator;
 };
 
 } // namespace

@@ -5,10 +5,7 @@
 #include "model/NvFile.h"
 #include "support/Programs.h"
 
-#include <QDir>
 #include <QFileInfo>
-#include <QProcess>
-#include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
@@ -16,45 +13,19 @@ using namespace tessaly::model;
 
 namespace {
 
-class HalvaneTest : public ::testing::Test {
+class HalvaneTest : public HandsetRunTest {
 protected:
-    void TearDown() override
-    {
-        emulator.kill();
-        emulator.waitForFinished();
-    }
-
     // Starts the emulator on the factory items, with `status` for some of
     // them, and gives its terminal's path.
     QString start(const QStringList& faults = {}, const std::map<NvAddress, NvStatus>& status = {})
     {
-        NvFile file;
+        Items items;
         for (const auto& [address, data] : Catalogue::BuiltIn().factory())
-            file.entries.push_back({address, status.count(address) ? status.at(address) : NvStatus::Done, data});
-        return StartEmulator(emulator, state(), file, faults);
+            items[address] = {address, status.count(address) ? status.at(address) : NvStatus::Done, data};
+        return HandsetRunTest::start(items, faults);
     }
-
-    Outcome halvane(const QStringList& arguments) { return RunHalvane(folder.path(), arguments); }
-
-    QString state() const { return folder.filePath(QStringLiteral("handset.json")); }
     // The emulator's memory now.
-    std::map<NvAddress, NvEntry> memory() const
-    {
-        NvFile file;
-        EXPECT_EQ(ReadNvFile(state(), NvFileKind::Memory, file), "");
-        std::map<NvAddress, NvEntry> items;
-        for (const NvEntry& entry : file.entries)
-            items[entry.address] = entry;
-        return items;
-    }
-    QStringList backups() const
-    {
-        const QDir dir(folder.filePath(QStringLiteral("data/Halvane/backups")));
-        QStringList paths;
-        for (const QString& name : dir.entryList({QStringLiteral("*.json")}, QDir::Files, QDir::Name))
-            paths << dir.filePath(name);
-        return paths;
-    }
+    Items memory() const { return read(state(), NvFileKind::Memory); }
     // A backup of the handset with `change` made to it, and its path.
     QString changedBackup(const QString& from, const std::function<void(NvFile&)>& change)
     {
@@ -65,9 +36,6 @@ protected:
         EXPECT_EQ(WriteNvFile(path, file), "");
         return path;
     }
-
-    QTemporaryDir folder;
-    QProcess emulator;
 };
 
 NvEntry& EntryOf(NvFile& file, NvAddress address)
@@ -98,7 +66,6 @@ TEST_F(HalvaneTest, ReadKeepsABackupOfItemsTheHandsetLacksAndTellsThemOnce)
         << qPrintable(run.err);
     ASSERT_EQ(backups().size(), 1);
     EXPECT_EQ(run.out.trimmed(), backups()[0]);
-    EXPECT_EQ(QFileInfo(backups()[0]).permissions() & 0x0FFF, QFile::ReadUser | QFile::WriteUser) << "mode 0600";
     NvFile backup;
     ASSERT_EQ(ReadNvFile(backups()[0], NvFileKind::Backup, backup), "");
     EXPECT_EQ(EntryOf(backup, {MeidItem, -1}).status, NvStatus::NotValid);
@@ -218,8 +185,6 @@ TEST_F(HalvaneTest, InfoPrintsWhatTheHandsetSaysOfItselfWithOrWithoutBuildId)
     EXPECT_EQ(run.status, 0) << qPrintable(run.err);
     EXPECT_EQ(run.out, "Model: Halvane SIM-800\nSoftware version: HV800-2.31.07\nCompiled: Mar 18 2024 14:02:37\n"
                        "Released: Mar 20 2024 09:30:00\nESN: 8F3A21C4\nMEID: A0000031F4C2D9\n");
-    emulator.kill();
-    emulator.waitForFinished();
     // An older handset: its version reply's fields, and no MEID.
     run = halvane({"--port", start({"--model", "SIM-300"}), "--info"});
     EXPECT_EQ(run.status, 0) << qPrintable(run.err);
@@ -241,14 +206,12 @@ TEST_F(HalvaneTest, ChaosRunLeavesEveryItemWholeAndTellsEveryFailure)
     const QString seed = qEnvironmentVariable("TESSALY_CHAOS_SEED", QStringLiteral("21"));
     ASSERT_EQ(halvane({"--port", start(), "--read"}).status, 0); // the backup to restore, on a quiet line
     const QString base = backups()[0];
-    emulator.kill();
-    emulator.waitForFinished();
     const QString port = start({"--chaos", seed});
 
     int failed = 0;
     for (int run = 0; run < runs; ++run) {
         const bool restore = run % 2 == 1;
-        std::map<NvAddress, NvEntry> target;
+        Items target;
         QStringList arguments{"--port", port, "--reply-time", "400"};
         if (restore) {
             const char mark = run % 4 == 1 ? 'X' : 'Y';
@@ -257,17 +220,14 @@ TEST_F(HalvaneTest, ChaosRunLeavesEveryItemWholeAndTellsEveryFailure)
                 EntryOf(file, {43, 1}).data[2] = mark;
                 EntryOf(file, Mdn).data[1] = mark == 'X' ? '9' : '7';
             });
-            NvFile file;
-            EXPECT_EQ(ReadNvFile(backup, NvFileKind::Backup, file), "");
-            for (const NvEntry& entry : file.entries)
-                target[entry.address] = entry;
+            target = read(backup, NvFileKind::Backup);
             arguments << "--restore-backup" << backup;
         } else {
             arguments << "--read";
         }
-        const std::map<NvAddress, NvEntry> before = memory();
+        const Items before = memory();
         const Outcome outcome = halvane(arguments);
-        const std::map<NvAddress, NvEntry> after = memory();
+        const Items after = memory();
         ASSERT_EQ(after.size(), before.size()) << "run " << run;
         for (const auto& [address, entry] : after) {
             const bool old = entry.data == before.at(address).data;

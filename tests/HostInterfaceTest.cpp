@@ -83,10 +83,8 @@ struct Arguments {
                 break;
             case QMetaType::Bool: call.values.emplace_back(QVariant::fromValue(pick({false, true}))); break;
             case QMetaType::QString:
-                call.values.emplace_back(QVariant::fromValue(
-                    pick<QString>({QString(), QStringLiteral("x"), QStringLiteral("#####"), QStringLiteral("a|b||c|"),
-                                   QStringLiteral("LOCK CODE"), QStringLiteral("Mobile Directory Number (MDN)"),
-                                   QStringLiteral("Primary CDMA Channel, A band"), huge})));
+                call.values.emplace_back(QVariant::fromValue(pick<QString>({QString(), "x", "#####", "a|b||c|", "LOCK CODE",
+                    "Mobile Directory Number (MDN)", "Primary CDMA Channel, A band", huge})));
                 break;
             default: call.values.emplace_back(QVariant::fromValue(pick<IBaseModel*>({nullptr, &model}))); break;
             }

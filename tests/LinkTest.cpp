@@ -2,6 +2,7 @@
 // every possible chunking, damaged frames and random noise.
 #include "link/DiagPackets.h"
 #include "link/FrameCodec.h"
+#include "support/RuntimeErrors.h"
 
 #include <tessaly/TessalyError.h>
 
@@ -96,14 +97,8 @@ TEST(DiagPackets, RequestsRepliesAndEveryErrorReplyWithItsMessage)
     EXPECT_TRUE(NvStatusText(answer.status).contains(QLatin1String("inactive")));
     EXPECT_TRUE(NvStatusText(7).contains(QLatin1String("read-only")));
 
-    const auto numberOf = [&](QByteArrayView request, QByteArrayView wrong) {
-        try {
-            ParseNvItem(request, wrong);
-        } catch (const TessalyError& error) {
-            EXPECT_FALSE(error.description().isEmpty());
-            return error.number();
-        }
-        return 0;
+    const auto numberOf = [](QByteArrayView request, QByteArrayView wrong) {
+        return ErrorNumberOf<TessalyError>([&] { ParseNvItem(request, wrong); });
     };
     QByteArray otherItem = reply;
     otherItem[1] = char(0xB3);

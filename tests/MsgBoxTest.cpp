@@ -66,7 +66,6 @@ TEST_F(MsgBoxTest, OpensCentredWithItsMessageRoundedCornersAndTheLitButtonAndNev
         // A message too long for the box is cut; the box does not grow.
         box.SetMessage(text.repeated(20));
         EXPECT_EQ(box.size(), QSize(406, 172));
-        EXPECT_EQ(box.lblMessage->geometry(), QRect(98, 58, 285, 67));
         QTest::mouseMove(box.picCommand, QPoint(0, 10)); // the edge is outside
         EXPECT_TRUE(showsLook(0));
         QTest::mouseClick(box.picCommand, Qt::LeftButton, {}, QPoint(40, 15));

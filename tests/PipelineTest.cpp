@@ -4,22 +4,14 @@
 // order.
 #include "link/ItemScan.h"
 #include "link/Pipeline.h"
+#include "support/Emulator.h"
+#include "support/PseudoTerminal.h"
 
 #include <tessaly/TessalyError.h>
 
-#include <QCoreApplication>
-#include <QProcess>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
-
-#include <fcntl.h>
-#include <poll.h>
-#include <termios.h>
-#include <unistd.h>
-
-#include <atomic>
-#include <thread>
 
 using namespace tessaly;
 using namespace tessaly::link;
@@ -34,70 +26,31 @@ namespace {
 // item Guarded is refused.
 constexpr char Guarded = 13;
 
-class BackwardsHandset {
-public:
-    BackwardsHandset()
-    {
-        m_master = posix_openpt(O_RDWR | O_NOCTTY);
-        grantpt(m_master);
-        unlockpt(m_master);
-        m_path = QString::fromLocal8Bit(ptsname(m_master));
-        m_slave = ::open(ptsname(m_master), O_RDWR | O_NOCTTY);
-        termios raw{};
-        tcgetattr(m_slave, &raw);
-        cfmakeraw(&raw);
-        tcsetattr(m_slave, TCSANOW, &raw);
-        m_thread = std::thread([this] { serve(); });
-    }
-    ~BackwardsHandset()
-    {
-        m_stop = true;
-        m_thread.join();
-        ::close(m_slave);
-        ::close(m_master);
-    }
-    const QString& path() const { return m_path; }
-
-private:
-    void serve()
-    {
-        FrameDecoder decoder;
-        std::vector<QByteArray> batch;
-        char buffer[4096];
-        while (!m_stop) {
-            pollfd input{m_master, POLLIN, 0};
-            if (::poll(&input, 1, 20) > 0) {
-                const ssize_t n = ::read(m_master, buffer, sizeof buffer);
-                for (QByteArray& request : decoder.feed(QByteArrayView(buffer, std::max<ssize_t>(n, 0))))
-                    batch.push_back(std::move(request));
-                continue;
-            }
-            QByteArray replies; // the line went quiet: the batch is whole
-            for (auto request = batch.rbegin(); request != batch.rend(); ++request) {
-                QByteArray reply = *request;
-                reply[4] = reply[1]; // the item's low byte after the index
-                if (reply[1] == Guarded)
-                    reply = char(0x47) + *request; // refused for the handset's security
-                replies += EncodeFrame(reply);
-            }
-            batch.clear();
-            for (qsizetype done = 0; done < replies.size();)
-                done += std::max<ssize_t>(0, ::write(m_master, replies.constData() + done, size_t(replies.size() - done)));
+PseudoTerminal::Answer Backwards()
+{
+    return [decoder = FrameDecoder(), batch = std::vector<QByteArray>()](QByteArrayView received) mutable {
+        for (QByteArray& request : decoder.feed(received))
+            batch.push_back(std::move(request));
+        if (!received.empty())
+            return QByteArray();
+        QByteArray replies; // the line went quiet: the batch is whole
+        for (auto request = batch.rbegin(); request != batch.rend(); ++request) {
+            QByteArray reply = *request;
+            reply[4] = reply[1]; // the item's low byte after the index
+            if (reply[1] == Guarded)
+                reply = char(0x47) + *request; // refused for the handset's security
+            replies += EncodeFrame(reply);
         }
-    }
-
-    int m_master = -1;
-    int m_slave = -1;
-    QString m_path;
-    std::atomic<bool> m_stop{false};
-    std::thread m_thread;
-};
+        batch.clear();
+        return replies;
+    };
+}
 
 } // namespace
 
 TEST(Pipeline, RepliesInAnyOrderAreMatchedByItemAndIndex)
 {
-    BackwardsHandset handset;
+    PseudoTerminal handset(Backwards());
     SerialLink line(handset.path(), 1s);
     // Both indexes of an indexed item among plain ones, so that an index
     // taken from the wrong reply shows, and an item whose read is refused.
@@ -112,9 +65,8 @@ TEST(Pipeline, RepliesInAnyOrderAreMatchedByItemAndIndex)
             return;
         }
         EXPECT_EQ(answer.refused, "");
-        EXPECT_EQ(answer.reply.item, address.item);
-        EXPECT_EQ(answer.reply.data[0], address.index < 0 ? 0 : address.index);
-        EXPECT_EQ(answer.reply.data[1], uint8_t(address.item));
+        EXPECT_EQ(std::tuple(answer.reply.item, answer.reply.data[0], answer.reply.data[1]),
+                  std::tuple(address.item, address.index < 0 ? 0 : address.index, uint8_t(address.item)));
     });
     EXPECT_EQ(taken, addresses);
 }
@@ -122,12 +74,11 @@ TEST(Pipeline, RepliesInAnyOrderAreMatchedByItemAndIndex)
 TEST(Pipeline, RequestsDroppedOrRepliesDamagedAreAskedAgainAndTheScanIsWholeAndInOrder)
 {
     QTemporaryDir folder;
-    QProcess emulator;
+    Emulator emulator;
     // Damaged replies and event reports among them too.
-    emulator.start(QStringLiteral(TESSALY_EMU), {"--state", folder.filePath("handset.json"), "--latency", "2000",
-                                                  "--queue", "2", "--bad-crc", "7", "--events"});
-    ASSERT_TRUE(emulator.waitForReadyRead(5000));
-    SerialLink line(QString::fromLocal8Bit(emulator.readLine()).trimmed(), 1s);
+    SerialLink line(emulator.startOn(folder.filePath("handset.json"), {},
+                                     {"--latency", "2000", "--queue", "2", "--bad-crc", "7", "--events"}),
+                    1s);
     ItemScan scan(line, 8, 1s);
     size_t calls = 0;
     bool ordered = true;
@@ -141,17 +92,13 @@ TEST(Pipeline, RequestsDroppedOrRepliesDamagedAreAskedAgainAndTheScanIsWholeAndI
                                [](const auto& a, const auto& b) { return a.address < b.address; }));
     EXPECT_EQ(backup.items.front().address, (NvAddress{0, -1}));
     EXPECT_EQ(backup.esn, "8F3A21C4");
-    emulator.kill();
-    emulator.waitForFinished();
 }
 
 TEST(Pipeline, SilentHandsetStopsTheScanNamingTheItem)
 {
     QTemporaryDir folder;
-    QProcess emulator;
-    emulator.start(QStringLiteral(TESSALY_EMU), {"--state", folder.filePath("handset.json"), "--dead-after", "100"});
-    ASSERT_TRUE(emulator.waitForReadyRead(5000));
-    SerialLink line(QString::fromLocal8Bit(emulator.readLine()).trimmed(), 100ms);
+    Emulator emulator;
+    SerialLink line(emulator.startOn(folder.filePath("handset.json"), {}, {"--dead-after", "100"}), 100ms);
     ItemScan scan(line, 4, 100ms);
     try {
         scan.run(0, 999);
@@ -166,6 +113,4 @@ TEST(Pipeline, SilentHandsetStopsTheScanNamingTheItem)
             << qPrintable(error.description());
         EXPECT_TRUE(error.description().contains(QLatin1String("does not answer")));
     }
-    emulator.kill();
-    emulator.waitForFinished();
 }

@@ -17,8 +17,8 @@
 
 namespace {
 
-const FakeSystem::Usb Handset{0x05c6, 0x9002, 0, QStringLiteral("Qualcomm"), QStringLiteral("CDMA Handset")};
-const FakeSystem::Usb Converter{0x0403, 0x6001, 0, QStringLiteral("FTDI"), QStringLiteral("FT232R")};
+const FakeSystem::Usb Handset{0x05c6, 0x9002, 0, "Qualcomm", "CDMA Handset"};
+const FakeSystem::Usb Converter{0x0403, 0x6001, 0, "FTDI", "FT232R"};
 // Where a handset must answer, the probe waits long enough for a machine
 // under load; where none does, it keeps halvane's own time.
 const QString HandsetProbeTime = QStringLiteral("2000");
@@ -32,46 +32,41 @@ protected:
                 process->kill();
                 process->waitForFinished();
             }
-        for (const auto& emulator : emulators) {
-            emulator->kill();
-            emulator->waitForFinished();
-        }
     }
 
     // A new emulated handset's terminal.
     QString handset()
     {
-        auto& emulator = emulators.emplace_back(std::make_unique<QProcess>());
-        return StartEmulator(*emulator, folder.filePath(QStringLiteral("handset%1.json").arg(emulators.size())), {});
+        auto& emulator = emulators.emplace_back(std::make_unique<Emulator>());
+        return emulator->startOn(folder.filePath(QStringLiteral("handset%1.json").arg(emulators.size())));
     }
 
     // A message bus of the test's own, which halvane takes for the system's.
     void startBus()
     {
-        bus.start(QStringLiteral("dbus-daemon"), {QStringLiteral("--session"), QStringLiteral("--nofork"),
-                                                  QStringLiteral("--print-address")});
+        bus.start("dbus-daemon", {"--session", "--nofork", "--print-address"});
         ASSERT_TRUE(bus.waitForReadyRead(10000)) << "dbus-daemon did not start";
         busAddress = QString::fromLocal8Bit(bus.readLine()).trimmed();
     }
 
     void startModemManager(const QStringList& arguments)
     {
-        modemManager.start(QStringLiteral(MOCK_MODEMMANAGER), QStringList{QStringLiteral("--bus"), busAddress} + arguments);
+        modemManager.start(QStringLiteral(MOCK_MODEMMANAGER), QStringList{"--bus", busAddress} + arguments);
         ASSERT_TRUE(modemManager.waitForReadyRead(10000)) << qPrintable(modemManager.readAllStandardError());
     }
 
     Outcome halvane(const QStringList& arguments)
     {
         QProcessEnvironment environment;
-        environment.insert(QStringLiteral("TESSALY_SYSTEM_ROOT"), system.root());
+        environment.insert("TESSALY_SYSTEM_ROOT", system.root());
         if (!busAddress.isEmpty())
-            environment.insert(QStringLiteral("DBUS_SYSTEM_BUS_ADDRESS"), busAddress);
+            environment.insert("DBUS_SYSTEM_BUS_ADDRESS", busAddress);
         return RunHalvane(folder.path(), arguments, environment);
     }
 
     QTemporaryDir folder;
     FakeSystem system;
-    std::vector<std::unique_ptr<QProcess>> emulators;
+    std::vector<std::unique_ptr<Emulator>> emulators;
     PseudoTerminal silent;
     PseudoTerminal noisy{PseudoTerminal::Behaviour::Garbage};
     QProcess bus;
@@ -81,18 +76,17 @@ protected:
 
 TEST_F(PortChoiceTest, ListingTellsEachPortAndAutoTakesTheOneWhereAHandsetAnswers)
 {
-    system.addUsbPort(QStringLiteral("ttyUSB0"), Handset, handset());
-    system.addUsbPort(QStringLiteral("ttyUSB1"), Converter, noisy.path());
-    system.addBuiltInPort(QStringLiteral("ttyS0"), 4, silent.path());
+    system.addUsbPort("ttyUSB0", Handset, handset());
+    system.addUsbPort("ttyUSB1", Converter, noisy.path());
+    system.addBuiltInPort("ttyS0", 4, silent.path());
 
-    const Outcome listed = halvane({QStringLiteral("--list-ports")});
+    const Outcome listed = halvane({"--list-ports"});
     EXPECT_EQ(listed.status, 0);
     EXPECT_TRUE(listed.out.contains(QLatin1String("/dev/ttyUSB0  05c6:9002 \"Qualcomm CDMA Handset\" interface 0 class ff  "
                                                   "handset diagnostic port  permitted")))
         << qPrintable(listed.out);
 
-    const Outcome probed = halvane({QStringLiteral("--list-ports"), QStringLiteral("--probe"), QStringLiteral("--json"),
-                                    QStringLiteral("--probe-time"), HandsetProbeTime});
+    const Outcome probed = halvane({"--list-ports", "--probe", "--json", "--probe-time", HandsetProbeTime});
     EXPECT_EQ(probed.status, 0);
     const QJsonArray ports = QJsonDocument::fromJson(probed.out.toUtf8()).array();
     ASSERT_EQ(ports.size(), 3) << qPrintable(probed.out);
@@ -102,21 +96,20 @@ TEST_F(PortChoiceTest, ListingTellsEachPortAndAutoTakesTheOneWhereAHandsetAnswer
     EXPECT_FALSE(ports[1][QStringLiteral("probe")][QStringLiteral("esn")].toString().isEmpty());
     EXPECT_FALSE(ports[2][QStringLiteral("probe")][QStringLiteral("answered")].toBool());
 
-    const Outcome read = halvane({QStringLiteral("--port"), QStringLiteral("auto"), QStringLiteral("--read"),
-                                    QStringLiteral("--probe-time"), HandsetProbeTime});
+    const Outcome read = halvane({"--port", "auto", "--read", "--probe-time", HandsetProbeTime});
     EXPECT_EQ(read.status, 0) << qPrintable(read.err);
     EXPECT_TRUE(read.out.trimmed().endsWith(QLatin1String(".json"))) << qPrintable(read.out);
 }
 
 TEST_F(PortChoiceTest, AutoWithNoHandsetTellsEachPortTriedAndWhyItWasPassedOver)
 {
-    system.addUsbPort(QStringLiteral("ttyUSB1"), Converter, noisy.path());
-    system.addBuiltInPort(QStringLiteral("ttyS0"), 4, silent.path());
+    system.addUsbPort("ttyUSB1", Converter, noisy.path());
+    system.addBuiltInPort("ttyS0", 4, silent.path());
     // A handset another program holds is not asked at all.
-    system.addUsbPort(QStringLiteral("ttyUSB2"), Handset, handset());
-    system.hold(4242, QStringLiteral("minicom"), QStringLiteral("/dev/ttyUSB2"));
+    system.addUsbPort("ttyUSB2", Handset, handset());
+    system.hold(4242, "minicom", "/dev/ttyUSB2");
 
-    const Outcome outcome = halvane({QStringLiteral("--port"), QStringLiteral("auto"), QStringLiteral("--read")});
+    const Outcome outcome = halvane({"--port", "auto", "--read"});
     EXPECT_EQ(outcome.status, 1);
     for (const char* told : {"No handset answered within 300 ms", "/dev/ttyS0: no answer",
                              "/dev/ttyUSB1: answered, but not as a handset does",
@@ -127,11 +120,10 @@ TEST_F(PortChoiceTest, AutoWithNoHandsetTellsEachPortTriedAndWhyItWasPassedOver)
 
 TEST_F(PortChoiceTest, AutoWithTwoHandsetsListsThemAndTakesNeither)
 {
-    system.addUsbPort(QStringLiteral("ttyUSB0"), Handset, handset());
-    system.addUsbPort(QStringLiteral("ttyUSB1"), Handset, handset());
+    system.addUsbPort("ttyUSB0", Handset, handset());
+    system.addUsbPort("ttyUSB1", Handset, handset());
 
-    const Outcome outcome = halvane({QStringLiteral("--port"), QStringLiteral("auto"), QStringLiteral("--read"),
-                                    QStringLiteral("--probe-time"), HandsetProbeTime});
+    const Outcome outcome = halvane({"--port", "auto", "--read", "--probe-time", HandsetProbeTime});
     EXPECT_NE(outcome.status, 0);
     for (const char* told : {"more than one port", "/dev/ttyUSB0  05c6:9002", "/dev/ttyUSB1  05c6:9002",
                              "answers: Halvane SIM-800", "--port DEVICE"})
@@ -143,26 +135,24 @@ class ModemManagerTest : public PortChoiceTest {
 protected:
     void SetUp() override
     {
-        system.addUsbPort(QStringLiteral("ttyUSB0"), Handset, handset());
-        system.hold(812, QStringLiteral("ModemManager"), QStringLiteral("/dev/ttyUSB0"));
+        system.addUsbPort("ttyUSB0", Handset, handset());
+        system.hold(812, "ModemManager", "/dev/ttyUSB0");
         startBus();
     }
 
-    QString holding() const { return system.path(QStringLiteral("/proc/812/fd/7")); }
+    QString holding() const { return system.path("/proc/812/fd/7"); }
 };
 
 TEST_F(ModemManagerTest, LetsGoOfTheHandsetsPortWhenAskedForANamedPortOrAuto)
 {
-    startModemManager({QStringLiteral("--uid"), system.usbDevice(QStringLiteral("ttyUSB0")), QStringLiteral("--holding"),
-                       holding()});
-    const Outcome named = halvane({QStringLiteral("--port"), QStringLiteral("/dev/ttyUSB0"), QStringLiteral("--read")});
+    startModemManager({"--uid", system.usbDevice("ttyUSB0"), "--holding", holding()});
+    const Outcome named = halvane({"--port", "/dev/ttyUSB0", "--read"});
     EXPECT_EQ(named.status, 0) << qPrintable(named.err);
     EXPECT_TRUE(named.err.contains(QLatin1String("ModemManager let go of /dev/ttyUSB0 for as long as halvane runs.")))
         << qPrintable(named.err);
 
-    system.hold(812, QStringLiteral("ModemManager"), QStringLiteral("/dev/ttyUSB0"));
-    const Outcome automatic = halvane({QStringLiteral("--port"), QStringLiteral("auto"), QStringLiteral("--read"),
-                                    QStringLiteral("--probe-time"), HandsetProbeTime});
+    system.hold(812, "ModemManager", "/dev/ttyUSB0");
+    const Outcome automatic = halvane({"--port", "auto", "--read", "--probe-time", HandsetProbeTime});
     EXPECT_EQ(automatic.status, 0) << qPrintable(automatic.err);
     EXPECT_TRUE(automatic.err.contains(QLatin1String("ModemManager let go of /dev/ttyUSB0"))) << qPrintable(automatic.err);
 }
@@ -172,13 +162,12 @@ TEST_F(ModemManagerTest, LetsGoOfTheHandsetsPortWhenAskedForANamedPortOrAuto)
 TEST_F(ModemManagerTest, APortOnlyModemManagerTellsOfIsListedAndReleasedByItsOwnDeviceName)
 {
     system.release(812);
-    startModemManager({QStringLiteral("--uid"), QStringLiteral("modem-device-1"), QStringLiteral("--modem-port"),
-                       QStringLiteral("ttyUSB0")});
-    const Outcome listed = halvane({QStringLiteral("--list-ports")});
+    startModemManager({"--uid", "modem-device-1", "--modem-port", "ttyUSB0"});
+    const Outcome listed = halvane({"--list-ports"});
     EXPECT_TRUE(listed.out.contains(QStringLiteral("held by ModemManager (pid %1)").arg(modemManager.processId())))
         << qPrintable(listed.out);
 
-    const Outcome read = halvane({QStringLiteral("--port"), QStringLiteral("/dev/ttyUSB0"), QStringLiteral("--read")});
+    const Outcome read = halvane({"--port", "/dev/ttyUSB0", "--read"});
     EXPECT_EQ(read.status, 0) << qPrintable(read.err);
     EXPECT_TRUE(read.err.contains(QLatin1String("ModemManager let go of /dev/ttyUSB0"))) << qPrintable(read.err);
 }
@@ -189,12 +178,12 @@ TEST_F(ModemManagerTest, RefusalOrAnUnknownDeviceNamesTheUdevRuleAndHowToLoadIt)
         QStringList arguments;
         const char* told;
     } cases[] = {
-        {{QStringLiteral("--refuse")}, "refused to let go of it (Not authorized to inhibit devices)"},
-        {{QStringLiteral("--uid"), QStringLiteral("/sys/devices/elsewhere")}, "does not know its device"},
+        {{"--refuse"}, "refused to let go of it (Not authorized to inhibit devices)"},
+        {{"--uid", "/sys/devices/elsewhere"}, "does not know its device"},
     };
     for (const auto& each : cases) {
-        startModemManager(each.arguments + QStringList{QStringLiteral("--holding"), holding()});
-        const Outcome outcome = halvane({QStringLiteral("--port"), QStringLiteral("/dev/ttyUSB0"), QStringLiteral("--read")});
+        startModemManager(each.arguments + QStringList{"--holding", holding()});
+        const Outcome outcome = halvane({"--port", "/dev/ttyUSB0", "--read"});
         EXPECT_EQ(outcome.status, 1);
         for (const char* told : {each.told, "60-tessaly-handsets.rules", "sudo udevadm control --reload",
                                  "sudo udevadm trigger"})
@@ -209,7 +198,7 @@ TEST_F(ModemManagerTest, NothingIsAskedWhenModemManagerIsNotOnTheBus)
 {
     // The port's holder goes by that name, but no ModemManager answers: the
     // port is opened as it is.
-    const Outcome outcome = halvane({QStringLiteral("--port"), QStringLiteral("/dev/ttyUSB0"), QStringLiteral("--read")});
+    const Outcome outcome = halvane({"--port", "/dev/ttyUSB0", "--read"});
     EXPECT_EQ(outcome.status, 0) << qPrintable(outcome.err);
     EXPECT_FALSE(outcome.err.contains(QLatin1String("ModemManager"))) << qPrintable(outcome.err);
 }

@@ -41,11 +41,11 @@ class PortListTest : public ::testing::Test {
 protected:
     void SetUp() override
     {
-        system.addUsbPort(QStringLiteral("ttyUSB0"), {0x05c6, 0x9002, 0, QStringLiteral("Qualcomm"), QStringLiteral("CDMA Handset")});
-        system.addUsbPort(QStringLiteral("ttyACM0"), {0x1546, 0x01a8, 2, QStringLiteral("u-blox"), QStringLiteral("GNSS"), 0x0a});
-        system.addBuiltInPort(QStringLiteral("ttyS0"), 4);
-        system.addBuiltInPort(QStringLiteral("ttyS1"), 0);
-        system.addVirtualTty(QStringLiteral("tty0"));
+        system.addUsbPort("ttyUSB0", {0x05c6, 0x9002, 0, "Qualcomm", "CDMA Handset"});
+        system.addUsbPort("ttyACM0", {0x1546, 0x01a8, 2, "u-blox", "GNSS", 0x0a});
+        system.addBuiltInPort("ttyS0", 4);
+        system.addBuiltInPort("ttyS1", 0);
+        system.addVirtualTty("tty0");
         for (const char* node : {"/dev/ttyUSB0", "/dev/ttyACM0", "/dev/ttyS0"})
             QFile::setPermissions(system.path(QLatin1String(node)),
                                   QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup | QFile::WriteGroup
@@ -61,52 +61,40 @@ TEST_F(PortListTest, ListsUsbAndBuiltInPortsWithWhatSysfsTellsAndLeavesOutTheRes
 {
     const std::vector<SerialPortEntry> ports = list();
     ASSERT_EQ(ports.size(), 3u); // no absent ttyS1, no virtual console
-    EXPECT_EQ(ports[0].device, "/dev/ttyACM0");
-    EXPECT_EQ(ports[1].device, "/dev/ttyS0");
-    EXPECT_EQ(ports[2].device, "/dev/ttyUSB0");
+    EXPECT_EQ(QStringList({ports[0].device, ports[1].device, ports[2].device}),
+              QStringList({"/dev/ttyACM0", "/dev/ttyS0", "/dev/ttyUSB0"}));
 
-    const SerialPortEntry& handset = Named(ports, QStringLiteral("/dev/ttyUSB0"));
+    const SerialPortEntry& handset = Named(ports, "/dev/ttyUSB0");
     ASSERT_TRUE(handset.usb);
-    EXPECT_EQ(handset.usb->vendorId, 0x05c6);
-    EXPECT_EQ(handset.usb->productId, 0x9002);
-    EXPECT_EQ(handset.usb->manufacturer, "Qualcomm");
-    EXPECT_EQ(handset.usb->interfaceNumber, 0);
-    EXPECT_EQ(handset.usb->interfaceClass, 0xff);
+    EXPECT_EQ(std::tuple(handset.usb->vendorId, handset.usb->productId, handset.usb->interfaceNumber,
+                         handset.usb->interfaceClass, handset.usb->manufacturer),
+              std::tuple(0x05c6, 0x9002, 0, 0xff, QStringLiteral("Qualcomm")));
     ASSERT_NE(handset.usb->diagnostic, nullptr);
-    EXPECT_EQ(handset.usb->device, system.usbDevice(QStringLiteral("ttyUSB0")));
-    EXPECT_TRUE(handset.usb->device.startsWith(QLatin1String("/sys/devices/"))) << qPrintable(handset.usb->device);
-    EXPECT_EQ(handset.node, system.path(QStringLiteral("/dev/ttyUSB0")));
+    EXPECT_EQ(handset.usb->device, system.usbDevice("ttyUSB0"));
+    EXPECT_EQ(handset.node, system.path("/dev/ttyUSB0"));
 
     // The interface is found on a port straight on its interface too; a
     // known vendor on another interface is no diagnostic port.
-    const SerialPortEntry& acm = Named(ports, QStringLiteral("/dev/ttyACM0"));
+    const SerialPortEntry& acm = Named(ports, "/dev/ttyACM0");
     ASSERT_TRUE(acm.usb);
-    EXPECT_EQ(acm.usb->interfaceNumber, 2);
-    EXPECT_EQ(acm.usb->interfaceClass, 0x0a);
+    EXPECT_EQ(std::tuple(acm.usb->interfaceNumber, acm.usb->interfaceClass), std::tuple(2, 0x0a));
     EXPECT_EQ(acm.usb->diagnostic, nullptr);
-    EXPECT_FALSE(Named(ports, QStringLiteral("/dev/ttyS0")).usb);
-    EXPECT_EQ(PortLine({Named(ports, QStringLiteral("/dev/ttyS0")), std::nullopt}), "/dev/ttyS0  serial8250  permitted");
-
-    const QString line = PortLine({handset, std::nullopt});
-    EXPECT_TRUE(line.startsWith(QLatin1String("/dev/ttyUSB0  05c6:9002 \"Qualcomm CDMA Handset\" interface 0 class ff  "
-                                              "handset diagnostic port")))
-        << qPrintable(line);
+    EXPECT_FALSE(Named(ports, "/dev/ttyS0").usb);
+    EXPECT_EQ(PortLine({Named(ports, "/dev/ttyS0"), std::nullopt}), "/dev/ttyS0  serial8250  permitted");
 }
 
 TEST_F(PortListTest, ProgramsHoldingAPortAreNamedFromProc)
 {
-    system.hold(812, QStringLiteral("ModemManager"), QStringLiteral("/dev/ttyUSB0"));
-    system.hold(900, QStringLiteral("minicom"), QStringLiteral("/dev/ttyS0"));
-    system.hold(901, QStringLiteral("bash"), QStringLiteral("/dev/pts/3"));
+    system.hold(812, "ModemManager", "/dev/ttyUSB0");
+    system.hold(900, "minicom", "/dev/ttyS0");
+    system.hold(901, "bash", "/dev/pts/3");
     const std::vector<SerialPortEntry> ports = list();
 
-    const SerialPortEntry& handset = Named(ports, QStringLiteral("/dev/ttyUSB0"));
+    const SerialPortEntry& handset = Named(ports, "/dev/ttyUSB0");
     ASSERT_EQ(handset.holders.size(), 1u);
-    EXPECT_EQ(handset.holders[0].pid, 812);
     EXPECT_TRUE(handset.heldBy(u"ModemManager"));
     EXPECT_EQ(WhyNotProbed(handset), "held by ModemManager (pid 812)");
-    EXPECT_TRUE(PortLine({handset, std::nullopt}).contains(QLatin1String("held by ModemManager (pid 812)")));
-    EXPECT_TRUE(Named(ports, QStringLiteral("/dev/ttyACM0")).holders.empty());
+    EXPECT_TRUE(Named(ports, "/dev/ttyACM0").holders.empty());
 
     const QJsonObject json = PortsJson({{handset, std::nullopt}})[0].toObject();
     EXPECT_EQ(json[QStringLiteral("heldBy")][0][QStringLiteral("program")].toString(), "ModemManager");
@@ -115,22 +103,22 @@ TEST_F(PortListTest, ProgramsHoldingAPortAreNamedFromProc)
     EXPECT_TRUE(json[QStringLiteral("probe")].isNull());
 
     system.release(812);
-    EXPECT_TRUE(HoldersOf(system.root(), QStringLiteral("/dev/ttyUSB0")).empty());
+    EXPECT_TRUE(HoldersOf(system.root(), "/dev/ttyUSB0").empty());
 }
 
 TEST_F(PortListTest, APortNotPermittedNamesItsGroupAndBothWaysOut)
 {
-    QFile::setPermissions(system.path(QStringLiteral("/dev/ttyUSB0")),
+    QFile::setPermissions(system.path("/dev/ttyUSB0"),
                           QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup | QFile::WriteGroup);
     const std::vector<SerialPortEntry> ports = list();
-    const SerialPortEntry& port = Named(ports, QStringLiteral("/dev/ttyUSB0"));
+    const SerialPortEntry& port = Named(ports, "/dev/ttyUSB0");
     EXPECT_FALSE(port.permitted);
     EXPECT_EQ(port.mode, 0660u);
     EXPECT_FALSE(port.group.isEmpty());
     EXPECT_EQ(WhyNotProbed(port), QStringLiteral("not permitted (group %1)").arg(port.group));
     EXPECT_TRUE(PortLine({port, std::nullopt}).contains(QStringLiteral("not permitted (group %1, mode 0660)").arg(port.group)));
 
-    const QString advice = NotPermittedAdvice(port.device, QStringLiteral("dialout"));
+    const QString advice = NotPermittedAdvice(port.device, "dialout");
     for (const char* part : {"/dev/ttyUSB0", "group dialout", "sudo usermod -aG dialout $USER", "log in again",
                              "60-tessaly-handsets.rules", "udevadm control --reload", "udevadm trigger"})
         EXPECT_TRUE(advice.contains(QLatin1String(part))) << part << " in " << qPrintable(advice);
@@ -171,7 +159,7 @@ TEST(UdevRuleTest, RuleIsWellFormedAndCoversEveryKnownInterface)
         if (line.startsWith(QLatin1Char('#')))
             continue;
         rules << line;
-        for (const QString& part : line.split(QStringLiteral(", "))) {
+        for (const QString& part : line.split(", ")) {
             const QRegularExpressionMatch match = key.match(part.trimmed());
             ASSERT_TRUE(match.hasMatch()) << "not a udev key: " << qPrintable(part);
             if (match.captured(1) == QLatin1String("LABEL"))
@@ -193,10 +181,10 @@ TEST(UdevRuleTest, RuleIsWellFormedAndCoversEveryKnownInterface)
         EXPECT_TRUE(rule->contains(QLatin1String(R"(TAG+="uaccess")")));
     }
 
-    const QString udevadm = QStandardPaths::findExecutable(QStringLiteral("udevadm"));
-    if (udevadm.isEmpty() || QProcess::execute(udevadm, {QStringLiteral("verify"), QStringLiteral("--help")}) != 0)
+    const QString udevadm = QStandardPaths::findExecutable("udevadm");
+    if (udevadm.isEmpty() || QProcess::execute(udevadm, {"verify", "--help"}) != 0)
         return; // an udev without verify: the parse above is the check
-    EXPECT_EQ(QProcess::execute(udevadm, {QStringLiteral("verify"), QStringLiteral(TESSALY_UDEV_RULE)}), 0);
+    EXPECT_EQ(QProcess::execute(udevadm, {"verify", QStringLiteral(TESSALY_UDEV_RULE)}), 0);
 }
 
 } // namespace

@@ -18,9 +18,8 @@ QByteArray Hex(int value, int width)
 FakeSystem::FakeSystem()
     : m_root(QFileInfo(m_dir.path()).canonicalFilePath())
 {
-    QDir(m_root).mkpath(QStringLiteral("sys/class/tty"));
-    QDir(m_root).mkpath(QStringLiteral("proc"));
-    QDir(m_root).mkpath(QStringLiteral("dev"));
+    for (const char* folder : {"sys/class/tty", "proc", "dev"})
+        QDir(m_root).mkpath(QLatin1String(folder));
 }
 
 void FakeSystem::write(const QString& inside, const QByteArray& content) const

@@ -108,13 +108,11 @@ int main(int argc, char** argv)
 {
     QCoreApplication app(argc, argv);
     QCommandLineParser options;
-    const QCommandLineOption address(QStringLiteral("bus"), QStringLiteral("The bus's address."), QStringLiteral("address"));
-    const QCommandLineOption uid(QStringLiteral("uid"), QStringLiteral("The device known."), QStringLiteral("uid"));
-    const QCommandLineOption holding(QStringLiteral("holding"), QStringLiteral("The link that holds the port."),
-                                     QStringLiteral("link"));
-    const QCommandLineOption modemPort(QStringLiteral("modem-port"), QStringLiteral("The port a modem object lists."),
-                                       QStringLiteral("name"));
-    const QCommandLineOption refuse(QStringLiteral("refuse"), QStringLiteral("Refuse every inhibition."));
+    const QCommandLineOption address("bus", "The bus's address.", "address");
+    const QCommandLineOption uid("uid", "The device known.", "uid");
+    const QCommandLineOption holding("holding", "The link that holds the port.", "link");
+    const QCommandLineOption modemPort("modem-port", "The port a modem object lists.", "name");
+    const QCommandLineOption refuse("refuse", "Refuse every inhibition.");
     options.addOptions({address, uid, holding, modemPort, refuse});
     options.process(app);
     qDBusRegisterMetaType<ModemPort>();
@@ -129,8 +127,7 @@ int main(int argc, char** argv)
     }
     Modem modem(options.value(uid), options.value(modemPort));
     if (options.isSet(modemPort))
-        bus.registerObject(QStringLiteral("/org/freedesktop/ModemManager1/Modem/0"), &modem,
-                           QDBusConnection::ExportAllProperties);
+        bus.registerObject("/org/freedesktop/ModemManager1/Modem/0", &modem, QDBusConnection::ExportAllProperties);
     std::printf("ready\n");
     std::fflush(stdout);
     return app.exec();

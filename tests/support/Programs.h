@@ -1,14 +1,15 @@
-// halvane and tessaly-emu run from a test as a user runs them: halvane
-// unattended, with its data folder in the test's own folder and the system
-// bus pointed at the test's own, or at none, never the machine's; the
-// emulator on a state file the test writes. The test's target defines
-// HALVANE and TESSALY_EMU, the programs' paths.
+// halvane run from a test as a user runs it: unattended, with its data
+// folder in the test's own folder and the system bus pointed at the test's
+// own, or at none, never the machine's. The test's target defines HALVANE,
+// the program's path.
 #pragma once
 
-#include "model/NvFile.h"
+#include "support/Emulator.h"
 
+#include <QDir>
 #include <QProcess>
 #include <QRegularExpression>
+#include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
@@ -38,15 +39,45 @@ inline Outcome RunHalvane(const QString& folder, const QStringList& arguments,
             QString::fromLocal8Bit(process.readAllStandardError()).remove(runtime)};
 }
 
-// Starts `emulator` on the state file `state`, written from `items` unless
-// they are none, with `options`; gives the terminal's path.
-inline QString StartEmulator(QProcess& emulator, const QString& state, const tessaly::model::NvFile& items,
-                             const QStringList& options = {})
-{
-    if (!items.entries.empty()) {
-        EXPECT_EQ(tessaly::model::WriteNvFile(state, items), "");
+// A test that runs halvane against one emulator, both in a folder of its own.
+class HandsetRunTest : public ::testing::Test {
+public:
+    using Items = std::map<tessaly::model::NvAddress, tessaly::model::NvEntry>;
+
+protected:
+    // Starts the emulator on `items`, with `faults`; gives its terminal's path.
+    QString start(const Items& items, const QStringList& faults = {})
+    {
+        tessaly::model::NvFile file;
+        for (const auto& [address, entry] : items)
+            file.entries.push_back(entry);
+        return emulator.startOn(state(), file, faults);
     }
-    emulator.start(QStringLiteral(TESSALY_EMU), QStringList{QStringLiteral("--state"), state} + options);
-    EXPECT_TRUE(emulator.waitForReadyRead(5000)) << qPrintable(emulator.readAllStandardError());
-    return QString::fromLocal8Bit(emulator.readLine()).trimmed();
-}
+
+    Outcome halvane(const QStringList& arguments) { return RunHalvane(folder.path(), arguments); }
+
+    QString state() const { return folder.filePath(QStringLiteral("handset.json")); }
+    QString file(const char* name) const { return folder.filePath(QLatin1String(name)); }
+    // The items of an NV file of that kind, by address.
+    static Items read(const QString& path, tessaly::model::NvFileKind kind)
+    {
+        tessaly::model::NvFile nv;
+        EXPECT_EQ(tessaly::model::ReadNvFile(path, kind, nv), "");
+        Items items;
+        for (const tessaly::model::NvEntry& entry : nv.entries)
+            items[entry.address] = entry;
+        return items;
+    }
+    // The backups halvane kept, by name.
+    QStringList backups() const
+    {
+        const QDir dir(folder.filePath(QStringLiteral("data/Halvane/backups")));
+        QStringList paths;
+        for (const QString& name : dir.entryList(QDir::Files, QDir::Name))
+            paths << dir.filePath(name);
+        return paths;
+    }
+
+    QTemporaryDir folder;
+    Emulator emulator;
+};

@@ -2,6 +2,7 @@
 
 #include <QByteArray>
 
+#include <algorithm>
 #include <cstdlib>
 
 #include <fcntl.h>
@@ -9,7 +10,16 @@
 #include <termios.h>
 #include <unistd.h>
 
+// Each request on a noisy line gets bytes that hold flags but no frame with
+// a right CRC.
 PseudoTerminal::PseudoTerminal(Behaviour behaviour)
+    : PseudoTerminal(behaviour == Behaviour::Silent ? Answer() : [](QByteArrayView received) {
+        return received.empty() ? QByteArray() : QByteArray::fromHex("7e0102037e41424344457e7d7e00ff7e");
+    })
+{
+}
+
+PseudoTerminal::PseudoTerminal(Answer answer)
 {
     m_far = posix_openpt(O_RDWR | O_NOCTTY);
     if (m_far < 0 || grantpt(m_far) != 0 || unlockpt(m_far) != 0)
@@ -20,8 +30,8 @@ PseudoTerminal::PseudoTerminal(Behaviour behaviour)
     tcgetattr(m_near, &raw);
     cfmakeraw(&raw);
     tcsetattr(m_near, TCSANOW, &raw);
-    if (behaviour == Behaviour::Garbage)
-        m_answerer = std::thread([this] { answerWithNoise(); });
+    if (answer)
+        m_answerer = std::thread([this, answer] { serve(answer); });
 }
 
 PseudoTerminal::~PseudoTerminal()
@@ -33,17 +43,14 @@ PseudoTerminal::~PseudoTerminal()
     ::close(m_far);
 }
 
-// Each request gets bytes that hold flags but no frame with a right CRC.
-void PseudoTerminal::answerWithNoise()
+void PseudoTerminal::serve(const Answer& answer)
 {
-    const QByteArray noise = QByteArray::fromHex("7e0102037e41424344457e7d7e00ff7e");
+    char buffer[4096];
     while (!m_stop) {
         pollfd far{m_far, POLLIN, 0};
-        if (::poll(&far, 1, 20) <= 0)
-            continue;
-        char buffer[256];
-        if (::read(m_far, buffer, sizeof buffer) > 0) {
-            [[maybe_unused]] const ssize_t written = ::write(m_far, noise.constData(), size_t(noise.size()));
-        }
+        const ssize_t read = ::poll(&far, 1, 20) > 0 ? ::read(m_far, buffer, sizeof buffer) : 0;
+        const QByteArray reply = answer(QByteArrayView(buffer, std::max<ssize_t>(read, 0)));
+        for (qsizetype done = 0; done < reply.size();)
+            done += std::max<ssize_t>(0, ::write(m_far, reply.constData() + done, size_t(reply.size() - done)));
     }
 }

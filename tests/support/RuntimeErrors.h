@@ -1,15 +1,15 @@
-// The run-time errors that the controls raise, as numbers a test compares.
+// The errors that the controls and the link raise, as numbers a test compares.
 #pragma once
 
 #include "platform/RuntimeError.h"
 
-// The number of the error a call raises, 0 when it raises none.
-template <class Call>
+// The number of the error of type `Error` a call raises, 0 when it raises none.
+template <class Error = tessaly::RuntimeError, class Call>
 int32_t ErrorNumberOf(Call&& call)
 {
     try {
         call();
-    } catch (const tessaly::RuntimeError& error) {
+    } catch (const Error& error) {
         return error.number();
     }
     return 0;
