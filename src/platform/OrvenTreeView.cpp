@@ -2,8 +2,11 @@
 
 #include "platform/Accessibility.h"
 
+#include <QApplication>
 #include <QHeaderView>
 #include <QMouseEvent>
+#include <QPainter>
+#include <QStaticText>
 #include <QStyledItemDelegate>
 #include <QTreeWidgetItemIterator>
 
@@ -14,9 +17,39 @@ namespace {
 // Rows as tall as the ink of the font's letters, ascenders to descenders,
 // with a pixel to spare above and below: a face whose stated height is less
 // than its ink would otherwise have the selection bar cut its descenders.
+// A node's text is laid out once and kept, with where the style puts it in
+// its row, where the style lays it out again at every paint: the style draws
+// the row without its text, and the kept text goes where the style put it.
 class NodeDelegate : public QStyledItemDelegate {
 public:
     using QStyledItemDelegate::QStyledItemDelegate;
+
+    void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override
+    {
+        QStyleOptionViewItem item = option;
+        initStyleOption(&item, index);
+        const QWidget* view = item.widget;
+        QStyle* style = view ? view->style() : QApplication::style();
+        const Node& node = laidOut(item, style);
+        if (node.text.size().width() > node.textRect.width()) { // cut: the style elides it
+            QStyledItemDelegate::paint(painter, option, index);
+            return;
+        }
+        const bool selected = item.state & QStyle::State_Selected;
+        const QPalette::ColorGroup group = !(item.state & QStyle::State_Enabled) ? QPalette::Disabled
+            : (item.state & QStyle::State_Active)                             ? QPalette::Normal
+                                                                              : QPalette::Inactive;
+        const QColor ink = item.palette.color(group, selected ? QPalette::HighlightedText : QPalette::Text);
+        item.text.clear();
+        style->drawControl(QStyle::CE_ItemViewItem, &item, painter, view);
+        const QRect at = QStyle::alignedRect(item.direction, item.displayAlignment, node.text.size().toSize(),
+                                             node.textRect.translated(item.rect.topLeft()));
+        painter->save();
+        painter->setFont(item.font);
+        painter->setPen(ink);
+        painter->drawStaticText(at.topLeft(), node.text);
+        painter->restore();
+    }
 
     QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override
     {
@@ -26,6 +59,34 @@ public:
         size.setHeight(std::max(size.height(), std::max(ink, metrics.height()) + 3));
         return size;
     }
+
+private:
+    // A node's text as laid out, and where in its row the style puts it.
+    struct Node {
+        QStaticText text;
+        QFont font;
+        QSize rowSize;
+        QRect textRect; // from the row's top left
+    };
+
+    const Node& laidOut(const QStyleOptionViewItem& item, const QStyle* style) const
+    {
+        Node& node = m_nodes[item.text];
+        if (node.text.text() == item.text && node.font == item.font && node.rowSize == item.rect.size())
+            return node;
+        const int margin = style->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, item.widget) + 1;
+        node.text = QStaticText(item.text);
+        node.text.setTextFormat(Qt::PlainText);
+        node.text.prepare(QTransform(), item.font);
+        node.font = item.font;
+        node.rowSize = item.rect.size();
+        node.textRect = style->subElementRect(QStyle::SE_ItemViewItemText, &item, item.widget)
+                            .adjusted(margin, 0, -margin, 0)
+                            .translated(-item.rect.topLeft());
+        return node;
+    }
+
+    mutable QHash<QString, Node> m_nodes;
 };
 
 } // namespace
