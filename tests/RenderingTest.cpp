@@ -1,5 +1,5 @@
 // What the panel draws: grid lines whole at every device pixel ratio, no
-// value drawn twice under its editor, tree rows that hold their text, cut
+// value drawn twice under its editor and the editor whole over it, tree rows that hold their text, cut
 // values and messages whole elsewhere, labels whole in the fallback faces.
 #include "frame/frmMsgBox.h"
 #include "support/PanelFixture.h"
@@ -109,6 +109,13 @@ TEST_F(PanelRenderingTest, CellUnderAnOpenTextEditorDoesNotShowItsText)
     for (int y = editorBottom + 1; y <= cell.bottom() - 2; ++y)
         for (int x = cell.left() + 1; x <= cell.right() - 2; ++x)
             ASSERT_EQ(shown.pixel(x, y), ground) << x << "," << y;
+    // The editor claims to cover its whole rectangle, so the grid is not
+    // painted beneath it: drawn alone, it leaves no pixel of the ground.
+    ASSERT_TRUE(editor->testAttribute(Qt::WA_OpaquePaintEvent));
+    const QImage alone = Drawn(*editor);
+    for (int y = 0; y < alone.height(); ++y)
+        for (int x = 0; x < alone.width(); ++x)
+            ASSERT_EQ(qAlpha(alone.pixel(x, y)), 255) << x << "," << y;
 }
 
 TEST_F(PanelRenderingTest, TreeRowsHoldTheirTextAndTheFullTreeFits)

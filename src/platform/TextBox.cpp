@@ -41,6 +41,10 @@ void TextBox::setFlatBorder(const QColor& color)
     m_flatBorder = color;
     setFrame(false);
     setTextMargins(2, 1, 2, 1);
+    // Without a frame the line editor fills its whole rectangle with its base
+    // colour and the border covers the edge, so what lies beneath (a grid
+    // cell, for the in-place editor) need not be painted first at each key.
+    setAttribute(Qt::WA_OpaquePaintEvent);
 }
 
 void TextBox::paintEvent(QPaintEvent* event)
