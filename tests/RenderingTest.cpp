@@ -1,11 +1,13 @@
-// What the panel draws: grid lines whole at every device pixel ratio, no
-// value drawn twice under its editor and the editor whole over it, tree rows that hold their text, cut
-// values and messages whole elsewhere, labels whole in the fallback faces.
+// What the panel draws: grid lines whole and the grid covering its rectangle
+// at every device pixel ratio, no value drawn twice under its editor and the
+// editor whole over it, tree rows that hold their text, cut values and
+// messages whole elsewhere, labels whole in the fallback faces.
 #include "frame/frmMsgBox.h"
 #include "support/PanelFixture.h"
 
 #include <QAccessible>
 #include <QHelpEvent>
+#include <QScrollBar>
 #include <QToolTip>
 
 #include <cmath>
@@ -66,6 +68,30 @@ TEST(Rendering, GridLinesFillTheirDevicePixelsWholeAtEveryRatio)
         // Down column 1, the same for the row lines.
         for (int yy = 0; yy < int(6 * 16 * ratio); ++yy)
             ASSERT_TRUE(image.pixelColor(int(96 * ratio), yy) == paper || image.pixelColor(int(96 * ratio), yy) == line) << yy;
+    }
+}
+
+// The grid claims its whole rectangle, so the frame it lies on is never
+// painted beneath it: with both scroll bars, drawn alone at every ratio, it
+// leaves no pixel of the ground, frame and corner included.
+TEST(Rendering, GridCoversItsWholeRectangleAtEveryRatio)
+{
+    MSFlexGrid grid;
+    grid.setRows(40);
+    grid.setCols(12);
+    grid.resize(300, 200);
+    grid.show();
+    ASSERT_TRUE(grid.testAttribute(Qt::WA_OpaquePaintEvent));
+    ASSERT_TRUE(grid.verticalScrollBar()->isVisible() && grid.horizontalScrollBar()->isVisible());
+    for (const qreal ratio : {1.0, 1.5, 2.0}) {
+        SCOPED_TRACE(ratio);
+        QImage image((QSizeF(grid.size()) * ratio).toSize(), QImage::Format_ARGB32_Premultiplied);
+        image.setDevicePixelRatio(ratio);
+        image.fill(Qt::transparent);
+        grid.render(&image, {}, {}, QWidget::DrawChildren);
+        for (int y = 0; y < image.height(); ++y)
+            for (int x = 0; x < image.width(); ++x)
+                ASSERT_EQ(qAlpha(image.pixel(x, y)), 255) << "device pixel " << x << "," << y;
     }
 }
 

@@ -37,6 +37,11 @@ FlatScrollBar::FlatScrollBar(Qt::Orientation orientation, QWidget* parent)
 {
 }
 
+QColor FlatScrollBar::GrooveColor()
+{
+    return Groove;
+}
+
 void FlatScrollBar::paintEvent(QPaintEvent*)
 {
     QStyleOptionSlider option;

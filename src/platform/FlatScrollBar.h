@@ -12,6 +12,9 @@ class FlatScrollBar : public QScrollBar {
 public:
     explicit FlatScrollBar(Qt::Orientation orientation, QWidget* parent = nullptr);
 
+    // The groove's grey, which also fills the corner where two bars meet.
+    static QColor GrooveColor();
+
 protected:
     void paintEvent(QPaintEvent* event) override;
 };

@@ -1,4 +1,5 @@
 // Painting of the grid: only the cells that meet the dirty rectangle.
+#include "platform/FlatScrollBar.h"
 #include "platform/MSFlexGrid.h"
 #include "platform/PixelFrame.h"
 
@@ -59,18 +60,27 @@ bool singleLine(const QString& text)
 // the colour Qt's Fusion style gives a scroll area's frame (its outline, the
 // window colour darkened by 140 % and lightened by 8 %), on the outer edge at
 // the left and top and at the start of the last pixel at the right and
-// bottom, the rest of the frame's width the grid's background: as Fusion
-// draws it at every density.
+// bottom, as Fusion draws it at every density; the rest of the frame's width
+// (above density 1) the grid's background. The grid claims its whole
+// rectangle, so the frame it lies on is never painted beneath it: here it
+// also fills the corner where both scroll bars meet, in their groove's grey.
 // Filled rather than stroked as the style does: its stroke costs a tenth of a
 // page's repaint.
 bool MSFlexGrid::event(QEvent* event)
 {
     if (event->type() != QEvent::Paint)
         return FormControl::event(event);
-    const QColor outline = palette().window().color().darker(140).lighter(108);
     const QRect edge = rect();
-    const qreal pixel = 1 / devicePixelRatioF();
     QPainter painter(this);
+    const qreal pixel = 1 / painter.deviceTransform().m11(); // on screen or in a rendering
+    if (frameWidth() > pixel)
+        for (const QRect& part : static_cast<QPaintEvent*>(event)->region())
+            painter.fillRect(part, m_backColorBkg);
+    const QWidget* across = horizontalScrollBar()->parentWidget(); // the bars' containers
+    const QWidget* down = verticalScrollBar()->parentWidget();
+    if (across->isVisible() && down->isVisible())
+        painter.fillRect(QRect(down->x(), across->y(), down->width(), across->height()), FlatScrollBar::GrooveColor());
+    const QColor outline = palette().window().color().darker(140).lighter(108);
     painter.fillRect(QRectF(edge.left(), edge.top(), edge.width(), pixel), outline);
     painter.fillRect(QRectF(edge.left(), edge.bottom(), edge.width(), pixel), outline);
     painter.fillRect(QRectF(edge.left(), edge.top(), pixel, edge.height()), outline);

@@ -45,8 +45,13 @@ MSFlexGrid::MSFlexGrid(QWidget* parent)
     setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     horizontalScrollBar()->setSingleStep(1);
     verticalScrollBar()->setSingleStep(1);
-    // paintEvent covers every pixel of the viewport.
+    // paintEvent covers every pixel of the viewport, the scroll bars theirs
+    // and event() the frame and the bars' corner: nothing beneath the grid
+    // needs painting.
     viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
+    verticalScrollBar()->setAttribute(Qt::WA_OpaquePaintEvent); // set once the
+    horizontalScrollBar()->setAttribute(Qt::WA_OpaquePaintEvent); // area has them
+    setAttribute(Qt::WA_OpaquePaintEvent);
     InstallAccessibleInterfaces();
     reshape(2, 2);
 }
