@@ -54,8 +54,6 @@ bool singleLine(const QString& text)
 
 } // namespace
 
-// A few cells changed far apart (a value and the lock codes it rewrites)
-// are painted each on its own rather than every row between them.
 // The grid's border around the viewport and scroll bars: one device pixel in
 // the colour Qt's Fusion style gives a scroll area's frame (its outline, the
 // window colour darkened by 140 % and lightened by 8 %), on the outer edge at
@@ -65,29 +63,37 @@ bool singleLine(const QString& text)
 // rectangle, so the frame it lies on is never painted beneath it: here it
 // also fills the corner where both scroll bars meet, in their groove's grey.
 // Filled rather than stroked as the style does: its stroke costs a tenth of a
-// page's repaint.
+// page's repaint. The frame's region is a ring around the viewport, which
+// would clip every line of a fill one by one; each fill is clipped to its
+// own rectangle instead, which it then meets whole.
 bool MSFlexGrid::event(QEvent* event)
 {
     if (event->type() != QEvent::Paint)
         return FormControl::event(event);
     const QRect edge = rect();
     QPainter painter(this);
+    const auto fill = [&painter](const QRectF& part, const QColor& color) {
+        painter.setClipRect(part.toAlignedRect());
+        painter.fillRect(part, color);
+    };
     const qreal pixel = 1 / painter.deviceTransform().m11(); // on screen or in a rendering
     if (frameWidth() > pixel)
         for (const QRect& part : static_cast<QPaintEvent*>(event)->region())
-            painter.fillRect(part, m_backColorBkg);
+            fill(part, m_backColorBkg);
     const QWidget* across = horizontalScrollBar()->parentWidget(); // the bars' containers
     const QWidget* down = verticalScrollBar()->parentWidget();
     if (across->isVisible() && down->isVisible())
-        painter.fillRect(QRect(down->x(), across->y(), down->width(), across->height()), FlatScrollBar::GrooveColor());
+        fill(QRect(down->x(), across->y(), down->width(), across->height()), FlatScrollBar::GrooveColor());
     const QColor outline = palette().window().color().darker(140).lighter(108);
-    painter.fillRect(QRectF(edge.left(), edge.top(), edge.width(), pixel), outline);
-    painter.fillRect(QRectF(edge.left(), edge.bottom(), edge.width(), pixel), outline);
-    painter.fillRect(QRectF(edge.left(), edge.top(), pixel, edge.height()), outline);
-    painter.fillRect(QRectF(edge.right(), edge.top(), pixel, edge.height()), outline);
+    fill(QRectF(edge.left(), edge.top(), edge.width(), pixel), outline);
+    fill(QRectF(edge.left(), edge.bottom(), edge.width(), pixel), outline);
+    fill(QRectF(edge.left(), edge.top(), pixel, edge.height()), outline);
+    fill(QRectF(edge.right(), edge.top(), pixel, edge.height()), outline);
     return true;
 }
 
+// A few cells changed far apart (a value and the lock codes it rewrites)
+// are painted each on its own rather than every row between them.
 void MSFlexGrid::paintEvent(QPaintEvent* event)
 {
     QPainter painter(viewport());
