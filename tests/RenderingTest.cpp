@@ -1,7 +1,8 @@
 // What the panel draws: grid lines whole and the grid covering its rectangle
 // at every device pixel ratio, no value drawn twice under its editor and the
 // editor whole over it, tree rows that hold their text, cut values and
-// messages whole elsewhere, labels whole in the fallback faces.
+// messages whole elsewhere, labels whole in the fallback faces and drawn
+// anew at every change.
 #include "frame/frmMsgBox.h"
 #include "support/PanelFixture.h"
 
@@ -187,4 +188,39 @@ TEST_F(PanelRenderingTest, ModelLabelStaysWholeInTheLayoutFaceAndInTheFallback)
         EXPECT_GT(ink.left(), 0) << face;
         EXPECT_LT(ink.right(), label->width() - 1) << face;
     }
+}
+
+// A label keeps its caption's ink between paints: after every change of
+// caption, colour, font, state or wrapping it draws as a new label with the
+// same properties does, and back at an earlier caption as it drew it then.
+TEST(Rendering, LabelDrawsEveryChangeAsANewLabelWould)
+{
+    const auto dressed = [](Label& label, const QString& caption, const QColor& ink, int points, bool enabled,
+                            bool wrap) {
+        label.resize(120, 40);
+        label.setCaption(caption);
+        label.setForeColor(ink);
+        label.setFontSize(float(points));
+        label.setEnabled(enabled);
+        label.setWordWrap(wrap);
+    };
+    Label kept;
+    dressed(kept, QStringLiteral("Calibration"), Qt::black, 9, true, false);
+    const QImage first = Drawn(kept);
+    const struct { const char* caption; QColor ink; int points; bool enabled; bool wrap; } changes[] = {
+        {"System NAM1", Qt::black, 9, true, false},
+        {"System NAM1", Qt::darkRed, 9, true, false},
+        {"System NAM1", Qt::darkRed, 12, true, false},
+        {"System NAM1", Qt::darkRed, 12, false, false},
+        {"Number Of Profiles And More", Qt::darkRed, 12, true, true},
+    };
+    for (const auto& change : changes) {
+        SCOPED_TRACE(change.caption);
+        dressed(kept, QLatin1String(change.caption), change.ink, change.points, change.enabled, change.wrap);
+        Label fresh;
+        dressed(fresh, QLatin1String(change.caption), change.ink, change.points, change.enabled, change.wrap);
+        ASSERT_EQ(Drawn(kept), Drawn(fresh));
+    }
+    dressed(kept, QStringLiteral("Calibration"), Qt::black, 9, true, false);
+    EXPECT_EQ(Drawn(kept), first);
 }

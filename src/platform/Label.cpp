@@ -8,6 +8,7 @@ Label::Label(QWidget* parent)
     : FormControl(parent)
 {
     setAttribute(Qt::WA_TranslucentBackground);
+    setTextFormat(Qt::PlainText);
     setAlignment(Qt::AlignLeft | Qt::AlignTop);
     setMouseTracking(true);
 }

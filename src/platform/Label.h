@@ -3,6 +3,7 @@
 
 #include "platform/ControlColors.h"
 #include "platform/FormControl.h"
+#include "platform/TextInk.h"
 
 #include <QLabel>
 
@@ -12,7 +13,8 @@ namespace tessaly {
 // A caption is never cut by the label's edges: one line wider than the label
 // is drawn in a smaller size until it fits, and a wrapped caption taller than
 // the label shows the whole lines that fit, the last one ending in an
-// ellipsis where text was left out.
+// ellipsis where text was left out. A caption is plain text, as the forms
+// platform's are; it is drawn once and copied at every later paint.
 class Label : public FormControl<QLabel> {
     Q_OBJECT
     Q_PROPERTY(QString Caption READ Caption WRITE setCaption)
@@ -33,6 +35,9 @@ protected:
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
+
+private:
+    TextInk m_ink; // the caption as last drawn
 };
 
 } // namespace tessaly

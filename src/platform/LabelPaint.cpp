@@ -1,8 +1,11 @@
-// How a label draws a caption that does not fit it: a single line shrinks,
-// wrapped lines stop at the last whole line that fits.
+// How a label draws its caption: as QLabel draws one that fits; one line
+// too wide shrinks, wrapped lines stop at the last whole line that fits.
+// The caption is drawn as ink once and copied at every later paint.
 #include "platform/Label.h"
 
 #include <QPainter>
+#include <QStyle>
+#include <QStyleOption>
 #include <QTextLayout>
 
 namespace tessaly {
@@ -52,26 +55,43 @@ void DrawWholeLines(QPainter& painter, const QRect& box, const QString& text, Qt
 
 } // namespace
 
-void Label::paintEvent(QPaintEvent* event)
+void Label::paintEvent(QPaintEvent*)
 {
+    // As QLabel draws a caption that fits: wrapped where the label wraps, its
+    // mnemonic shown where the label has a buddy.
+    int flags = QStyle::visualAlignment(layoutDirection(), alignment()) | Qt::TextForceLeftToRight;
+    if (wordWrap())
+        flags |= Qt::TextWordWrap;
+    if (buddy()) {
+        QStyleOption option;
+        option.initFrom(this);
+        flags |= Qt::TextShowMnemonic;
+        if (!style()->styleHint(QStyle::SH_UnderlineShortcut, &option, this))
+            flags |= Qt::TextHideMnemonic;
+    }
     const QString text = Caption();
-    const QRect box = contentsRect();
-    const QFontMetrics metrics(font());
-    const bool wide = !wordWrap() && metrics.horizontalAdvance(text) > box.width();
-    const bool tall = wordWrap() && metrics.boundingRect(box, Qt::TextWordWrap, text).height() > box.height();
-    if (textFormat() == Qt::RichText || (!wide && !tall)) {
-        QLabel::paintEvent(event);
-        return;
-    }
+    const TextInk::Key key{text, font(), palette().color(foregroundRole()).rgba(),
+                           flags, size()};
     QPainter painter(this);
-    painter.setPen(palette().color(QPalette::WindowText));
-    if (wide) {
-        painter.setFont(ShrunkToFit(font(), text, box.width()));
-        painter.drawText(box, int(alignment()), text);
-    } else {
-        painter.setFont(font());
-        DrawWholeLines(painter, box, text, alignment());
-    }
+    if (frameShape() != QFrame::NoFrame)
+        drawFrame(&painter);
+    m_ink.paint(painter, {}, key, [&](QPainter& ink) {
+        const QRect box = contentsRect();
+        const QFontMetrics metrics(font());
+        const bool wide = !wordWrap() && metrics.horizontalAdvance(text) > box.width();
+        const bool tall = wordWrap() && metrics.boundingRect(box, Qt::TextWordWrap, text).height() > box.height();
+        if (!wide && !tall) {
+            style()->drawItemText(&ink, box, flags, palette(), isEnabled(), text, foregroundRole());
+            return;
+        }
+        ink.setPen(palette().color(QPalette::WindowText));
+        if (wide) {
+            ink.setFont(ShrunkToFit(font(), text, box.width()));
+            ink.drawText(box, int(alignment()), text);
+        } else {
+            DrawWholeLines(ink, box, text, alignment());
+        }
+    });
 }
 
 } // namespace tessaly
