@@ -1,6 +1,7 @@
 #include "platform/OrvenTreeView.h"
 
 #include "platform/Accessibility.h"
+#include "platform/TextInk.h"
 
 #include <QApplication>
 #include <QHeaderView>
@@ -19,7 +20,8 @@ namespace {
 // than its ink would otherwise have the selection bar cut its descenders.
 // A node's text is laid out once and kept, with where the style puts it in
 // its row, where the style lays it out again at every paint: the style draws
-// the row without its text, and the kept text goes where the style put it.
+// the row without its text, and the kept text goes where the style put it,
+// copied from its ink.
 class NodeDelegate : public QStyledItemDelegate {
 public:
     using QStyledItemDelegate::QStyledItemDelegate;
@@ -30,7 +32,7 @@ public:
         initStyleOption(&item, index);
         const QWidget* view = item.widget;
         QStyle* style = view ? view->style() : QApplication::style();
-        const Node& node = laidOut(item, style);
+        Node& node = laidOut(item, style);
         if (node.text.size().width() > node.textRect.width()) { // cut: the style elides it
             QStyledItemDelegate::paint(painter, option, index);
             return;
@@ -44,11 +46,12 @@ public:
         style->drawControl(QStyle::CE_ItemViewItem, &item, painter, view);
         const QRect at = QStyle::alignedRect(item.direction, item.displayAlignment, node.text.size().toSize(),
                                              node.textRect.translated(item.rect.topLeft()));
-        painter->save();
-        painter->setFont(item.font);
-        painter->setPen(ink);
-        painter->drawStaticText(at.topLeft(), node.text);
-        painter->restore();
+        const QPoint margin(node.margin, node.margin); // for glyphs that reach past the text's box
+        const TextInk::Key key{item.text, item.font, ink.rgba(), 0, at.size() + 2 * QSize(margin.x(), margin.y())};
+        node.ink.paint(*painter, at.topLeft() - margin, key, [&](QPainter& text) {
+            text.setPen(ink);
+            text.drawStaticText(margin, node.text);
+        });
     }
 
     QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override
@@ -67,9 +70,11 @@ private:
         QFont font;
         QSize rowSize;
         QRect textRect; // from the row's top left
+        int margin = 0;
+        TextInk ink;
     };
 
-    const Node& laidOut(const QStyleOptionViewItem& item, const QStyle* style) const
+    Node& laidOut(const QStyleOptionViewItem& item, const QStyle* style) const
     {
         Node& node = m_nodes[item.text];
         if (node.text.text() == item.text && node.font == item.font && node.rowSize == item.rect.size())
@@ -79,6 +84,7 @@ private:
         node.text.setTextFormat(Qt::PlainText);
         node.text.prepare(QTransform(), item.font);
         node.font = item.font;
+        node.margin = QFontMetrics(item.font).height() / 2;
         node.rowSize = item.rect.size();
         node.textRect = style->subElementRect(QStyle::SE_ItemViewItemText, &item, item.widget)
                             .adjusted(margin, 0, -margin, 0)
