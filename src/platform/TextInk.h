@@ -22,8 +22,8 @@ namespace tessaly {
 class TextInk {
 public:
     // All that the ink depends on: the text, its font and pen, how it is
-    // laid out (the caller's flags) in a box of `box`, the box's margin
-    // around the text for glyphs that reach past it.
+    // laid out (the caller's flags) and the box it is drawn in, with any
+    // margin the caller leaves for glyphs that reach past the text.
     struct Key {
         QString text;
         QFont font;
