@@ -47,7 +47,7 @@ public:
         const QRect at = QStyle::alignedRect(item.direction, item.displayAlignment, node.text.size().toSize(),
                                              node.textRect.translated(item.rect.topLeft()));
         const QPoint margin(node.margin, node.margin); // for glyphs that reach past the text's box
-        const TextInk::Key key{item.text, item.font, ink.rgba(), 0, at.size() + 2 * QSize(margin.x(), margin.y())};
+        const TextInk::Key key{node.text.text(), item.font, ink.rgba(), 0, at.size() + 2 * QSize(margin.x(), margin.y())};
         node.ink.paint(*painter, at.topLeft() - margin, key, [&](QPainter& text) {
             text.setPen(ink);
             text.drawStaticText(margin, node.text);
