@@ -1,9 +1,10 @@
 #include "HandsetAnswers.h"
 
+#include "link/Backup.h"
 #include "link/DiagControl.h"
 #include "link/DiagIdentity.h"
 #include "link/DiagSubsystem.h"
-#include "model/Catalogue.h"
+#include "link/PacketBytes.h"
 
 namespace emu {
 
@@ -39,10 +40,8 @@ HandsetAnswers::HandsetAnswers(model::NvMemory& memory, HandsetProfile profile, 
     , m_lockable(!spc.isEmpty())
     , m_locked(m_lockable)
     , m_mode(uint16_t(ControlMode::Online))
+    , m_indexed(link::IndexedItems())
 {
-    for (const model::NvAddress& address : model::Catalogue::BuiltIn().addresses())
-        if (address.index >= 0)
-            m_indexed.insert(address.item);
     m_extendedLogMask.bits = ExtendedLogBits;
 }
 
@@ -53,11 +52,8 @@ std::optional<QByteArray> HandsetAnswers::answer(const QByteArray& request)
     switch (uint8_t(request[0])) {
     case link::CmdVersion:
         return link::EncodeVersion(m_profile.version);
-    case link::CmdEsn: {
-        model::NvData esn{};
-        m_memory.read({model::EsnItem, -1}, esn);
-        return QByteArray(1, char(link::CmdEsn)) + QByteArray(reinterpret_cast<const char*>(esn.data()), 4);
-    }
+    case link::CmdEsn:
+        return QByteArray(1, char(link::CmdEsn)) + esnBytes();
     case link::CmdExtBuildId:
         if (!m_profile.hasBuildId)
             break;
@@ -65,10 +61,8 @@ std::optional<QByteArray> HandsetAnswers::answer(const QByteArray& request)
     case link::CmdDiagVersion:
         return link::EncodeDiagVersion(m_profile.diagVersion);
     case link::CmdStatus: {
-        model::NvData esn{};
-        m_memory.read({model::EsnItem, -1}, esn);
         link::StationStatus status;
-        status.esn = uint32_t(esn[0] | esn[1] << 8 | esn[2] << 16 | uint32_t(esn[3]) << 24);
+        status.esn = link::Little32(esnBytes(), 0);
         status.rfMode = 1; // CDMA
         status.cdmaRxState = m_mode == uint16_t(ControlMode::Online) ? 3 : 0; // idle, or not receiving
         status.channel = m_profile.channel;
@@ -143,6 +137,15 @@ model::NvStatus HandsetAnswers::exchangeItem(bool write, uint16_t item, model::N
     return status;
 }
 
+// The ESN as the handset keeps it: the first four bytes of its item,
+// little-endian.
+QByteArray HandsetAnswers::esnBytes()
+{
+    model::NvData esn{};
+    m_memory.read({model::EsnItem, -1}, esn);
+    return QByteArray(reinterpret_cast<const char*>(esn.data()), 4);
+}
+
 QByteArray HandsetAnswers::nvItem(const QByteArray& request)
 {
     if (request.size() != link::NvPacketSize)
@@ -150,7 +153,7 @@ QByteArray HandsetAnswers::nvItem(const QByteArray& request)
     const bool write = uint8_t(request[0]) == link::CmdNvWrite;
     if (write && m_locked)
         return QByteArray(1, char(link::CmdBadSpcMode));
-    const uint16_t item = uint16_t(uint8_t(request[1]) | uint8_t(request[2]) << 8);
+    const uint16_t item = link::Little16(request, 1);
     model::NvData data{};
     // Byte by byte: GCC's bounds check under the sanitizers takes a pointer
     // into the request for one into QByteArray's shared empty array.

@@ -40,6 +40,7 @@ public:
     bool silent() const { return Clock::now() < m_silentUntil; }
 
 private:
+    QByteArray esnBytes();
     QByteArray nvItem(const QByteArray& request);
     QByteArray subscriptionNv(const QByteArray& request);
     QByteArray subsystem(const QByteArray& request);

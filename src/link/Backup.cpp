@@ -21,13 +21,23 @@ namespace {
 
 enum : int32_t { errBackupUnwritable = 2030, errBackupUnreadable = 2031, errOtherHandset = 2032 };
 
-} // namespace
-
 QString IdentityHex(const model::NvData& data, int bytes)
 {
     QByteArray raw(reinterpret_cast<const char*>(data.data()), bytes);
     std::reverse(raw.begin(), raw.end()); // little-endian on the handset
     return QString::fromLatin1(raw.toHex()).toUpper();
+}
+
+} // namespace
+
+QString EsnHex(const model::NvData& data)
+{
+    return IdentityHex(data, 4);
+}
+
+QString MeidHex(const model::NvData& data)
+{
+    return IdentityHex(data, 7);
 }
 
 QString BackupFolder()
@@ -84,9 +94,9 @@ Backup Backup::FromItems(std::vector<model::NvEntry> items)
     backup.time = QDateTime::currentDateTime();
     for (const model::NvEntry& entry : items) {
         if (entry.address == model::NvAddress{EsnItem, -1})
-            backup.esn = IdentityHex(entry.data, 4);
+            backup.esn = EsnHex(entry.data);
         if (entry.address == model::NvAddress{MeidItem, -1})
-            backup.meid = IdentityHex(entry.data, 7);
+            backup.meid = MeidHex(entry.data);
     }
     backup.items = std::move(items);
     return backup;
@@ -145,8 +155,8 @@ bool RestoreBackup(const Backup& backup, LiveNvMemory& memory, const std::functi
                                                    .arg(Describe(address), error.description()));
         }
     }
-    const QString esn = IdentityHex(now[{EsnItem, -1}], 4);
-    const QString meid = IdentityHex(now[{MeidItem, -1}], 7);
+    const QString esn = EsnHex(now[{EsnItem, -1}]);
+    const QString meid = MeidHex(now[{MeidItem, -1}]);
     if (esn != backup.esn || meid != backup.meid)
         throw TessalyError(errOtherHandset, QStringLiteral("The backup was taken from another handset (ESN %1, MEID %2; "
                                                            "this one has ESN %3, MEID %4).")

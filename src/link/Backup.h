@@ -45,9 +45,10 @@ std::set<uint16_t> IndexedItems();
 // The folder of the backups in the user's data folder.
 QString BackupFolder();
 
-// An identity number as it is written: the first `bytes` of an item's data,
-// stored little-endian, in upper-case hexadecimal.
-QString IdentityHex(const model::NvData& data, int bytes);
+// The ESN and the MEID as they are written, from their items' data: the
+// first 4 and 7 bytes, stored little-endian, in upper-case hexadecimal.
+QString EsnHex(const model::NvData& data);
+QString MeidHex(const model::NvData& data);
 
 // Writes `backup` back to the handset behind `memory`, which must be the one
 // it was taken from. First every item is read, the ESN and MEID compared, and

@@ -9,9 +9,15 @@ namespace tessaly::link {
 
 namespace {
 
+// The bytes of a mask of `items` bits.
+qsizetype MaskLength(uint32_t items)
+{
+    return qsizetype((items + 7) / 8);
+}
+
 QByteArray MaskBytes(QByteArray bits, uint32_t items)
 {
-    bits.resize(qsizetype((items + 7) / 8), '\0');
+    bits.resize(MaskLength(items), '\0');
     return bits;
 }
 
@@ -76,7 +82,7 @@ std::optional<LogConfig> ReadLogConfigRequest(QByteArrayView request)
         if (request.size() < 16)
             return {};
         config.mask.items = Little32(request, 12);
-        const qsizetype length = qsizetype((config.mask.items + 7) / 8);
+        const qsizetype length = MaskLength(config.mask.items);
         if (request.size() < 16 + length)
             return {};
         config.mask.bits = request.sliced(16, length).toByteArray();
@@ -117,7 +123,7 @@ LogConfig ParseLogConfig(QByteArrayView request, QByteArrayView reply)
             ThrowShort("log mask");
         config.mask.equipment = Little32(reply, 12);
         config.mask.items = Little32(reply, 16);
-        const qsizetype length = qsizetype((config.mask.items + 7) / 8);
+        const qsizetype length = MaskLength(config.mask.items);
         if (reply.size() < 20 + length)
             ThrowShort("log mask");
         config.mask.bits = reply.sliced(20, length).toByteArray();
@@ -141,7 +147,7 @@ std::optional<ExtendedLogMask> ReadExtendedLogMask(QByteArrayView packet)
         return {};
     ExtendedLogMask mask;
     mask.bits = Little16(packet, 1);
-    const qsizetype length = (mask.bits + 7) / 8;
+    const qsizetype length = MaskLength(mask.bits);
     if (packet.size() < 3 + length)
         return {};
     mask.mask = packet.sliced(3, length).toByteArray();

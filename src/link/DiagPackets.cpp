@@ -65,7 +65,19 @@ bool IsBadCommand(QByteArrayView reply)
 
 QByteArray EsnRequest()
 {
-    return QByteArray(1, char(CmdEsn));
+    return BareRequest(CmdEsn);
+}
+
+void AppendNvData(QByteArray& packet, const model::NvData& data)
+{
+    packet.append(reinterpret_cast<const char*>(data.data()), qsizetype(data.size()));
+}
+
+model::NvData NvDataAt(QByteArrayView packet, qsizetype at)
+{
+    model::NvData data;
+    std::copy_n(reinterpret_cast<const uint8_t*>(packet.data()) + at, data.size(), data.begin());
+    return data;
 }
 
 QByteArray NvItemRequest(Command command, uint16_t item, const model::NvData& data)
@@ -74,9 +86,16 @@ QByteArray NvItemRequest(Command command, uint16_t item, const model::NvData& da
     packet.reserve(NvPacketSize);
     packet.append(char(command));
     AppendLittle16(packet, item);
-    packet.append(reinterpret_cast<const char*>(data.data()), qsizetype(data.size()));
+    AppendNvData(packet, data);
     AppendLittle16(packet, 0);
     return packet;
+}
+
+QByteArray NvItemRequest(Command command, model::NvAddress address, model::NvData data)
+{
+    if (address.index >= 0)
+        data[0] = uint8_t(address.index);
+    return NvItemRequest(command, address.item, data);
 }
 
 QByteArray SpcRequest(const QString& spc)
@@ -132,7 +151,7 @@ NvItemReply ParseNvItem(QByteArrayView request, QByteArrayView reply)
         throw TessalyError(errWrongReply, QStringLiteral("The handset answered for NV item %1 when asked for NV item %2.")
                                               .arg(answer.item)
                                               .arg(Little16(request, 1)));
-    std::copy_n(reinterpret_cast<const uint8_t*>(reply.data()) + 3, answer.data.size(), answer.data.begin());
+    answer.data = NvDataAt(reply, 3);
     answer.status = Little16(reply, 131);
     return answer;
 }
@@ -140,7 +159,7 @@ NvItemReply ParseNvItem(QByteArrayView request, QByteArrayView reply)
 uint32_t ParseEsn(QByteArrayView request, QByteArrayView reply)
 {
     CheckReply(request, reply, 5);
-    return uint32_t(Little16(reply, 1)) | uint32_t(Little16(reply, 3)) << 16;
+    return Little32(reply, 1);
 }
 
 bool ParseSpc(QByteArrayView request, QByteArrayView reply)

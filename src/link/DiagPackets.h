@@ -52,7 +52,11 @@ enum LinkError : int32_t {
     errHandsetRefused = 2001, // an error reply of the handset
     errSpcLocked = 2002, // the handset wants its SPC first
     errWrongReply = 2003, // a reply that does not answer the request
-    errBadSpc = 2004, // an SPC that is not six digits
+    errBadSpc = 2004, // an SPC that is not six digits, or a password not sixteen
+    errPortMissing = 2010, // no such port
+    errPortUnavailable = 2011, // a port that cannot be opened, or was lost
+    errHandsetSilent = 2012, // no reply, or only damaged ones
+    errRequestsDropped = 2040, // a request the handset keeps dropping
 };
 
 // An NV item request or reply: command, item number, 128 data bytes, status.
@@ -64,6 +68,11 @@ QByteArray EsnRequest();
 // A read or write of `item`; a read sends its data too, with the index of an
 // indexed item in its first byte.
 QByteArray NvItemRequest(Command command, uint16_t item, const model::NvData& data);
+// The same for `address`, its index put in the first data byte.
+QByteArray NvItemRequest(Command command, model::NvAddress address, model::NvData data);
+// The 128 data bytes of an NV packet: appended to `packet`, read at `at`.
+void AppendNvData(QByteArray& packet, const model::NvData& data);
+model::NvData NvDataAt(QByteArrayView packet, qsizetype at);
 QByteArray SpcRequest(const QString& spc);
 
 // The error reply `code` to `request`: the code, then the request echoed, as

@@ -36,7 +36,7 @@ QByteArray EncodeSubscriptionNv(SubsystemCommand command, const SubscriptionNvIt
     QByteArray packet = SubsystemRequest(SubsysNv, command);
     AppendLittle16(packet, item.item);
     AppendLittle16(packet, item.subscription);
-    packet.append(reinterpret_cast<const char*>(item.data.data()), qsizetype(item.data.size()));
+    AppendNvData(packet, item.data);
     AppendLittle16(packet, item.status);
     return packet;
 }
@@ -48,7 +48,7 @@ std::optional<SubscriptionNvItem> ReadSubscriptionNv(QByteArrayView packet)
     SubscriptionNvItem item;
     item.item = Little16(packet, 4);
     item.subscription = Little16(packet, 6);
-    std::copy_n(reinterpret_cast<const uint8_t*>(packet.data()) + 8, item.data.size(), item.data.begin());
+    item.data = NvDataAt(packet, 8);
     item.status = Little16(packet, 136);
     return item;
 }

@@ -36,7 +36,7 @@ HandsetIdentity QueryIdentity(SerialLink& link)
     identity.esn = ParseEsn(esnRequest, link.transact(esnRequest));
     const QByteArray meidRequest = NvItemRequest(CmdNvRead, model::MeidItem, {});
     if (const NvItemReply meid = ParseNvItem(meidRequest, link.transact(meidRequest)); meid.status == 0)
-        identity.meid = IdentityHex(meid.data, 7);
+        identity.meid = MeidHex(meid.data);
     return identity;
 }
 

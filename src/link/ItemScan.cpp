@@ -106,8 +106,8 @@ Backup ItemScan::run(uint16_t first, uint16_t last)
                                                .arg(error.description()));
     }
     m_resent = pipeline.resent();
-    backup.esn = IdentityHex(esn, 4);
-    backup.meid = IdentityHex(meid, 7);
+    backup.esn = EsnHex(esn);
+    backup.meid = MeidHex(meid);
     backup.time = QDateTime::currentDateTime();
     return backup;
 }

@@ -27,10 +27,7 @@ LiveNvMemory::LiveNvMemory(SerialLink& link, std::function<QString()> askSpc)
 
 NvItemReply LiveNvMemory::exchange(Command command, model::NvAddress address, const model::NvData& data)
 {
-    model::NvData sent = data;
-    if (address.index >= 0)
-        sent[0] = uint8_t(address.index);
-    const QByteArray request = NvItemRequest(command, address.item, sent);
+    const QByteArray request = NvItemRequest(command, address, data);
     return ParseNvItem(request, m_link.transact(request, address.index >= 0));
 }
 
@@ -91,8 +88,8 @@ void LiveNvMemory::readDone()
     if (m_backupFolder.isEmpty())
         return;
     Backup backup;
-    backup.esn = IdentityHex(m_onHandset[{EsnItem, -1}], 4);
-    backup.meid = IdentityHex(m_onHandset[{MeidItem, -1}], 7);
+    backup.esn = EsnHex(m_onHandset[{EsnItem, -1}]);
+    backup.meid = MeidHex(m_onHandset[{MeidItem, -1}]);
     backup.time = QDateTime::currentDateTime();
     for (const auto& [address, data] : m_onHandset)
         backup.items.push_back({address, NvStatus(m_statuses[address]), data});

@@ -1,5 +1,7 @@
 #include "link/Pipeline.h"
 
+#include "link/PacketBytes.h"
+
 #include <tessaly/TessalyError.h>
 
 #include <QDeadlineTimer>
@@ -11,12 +13,6 @@ namespace tessaly::link {
 using model::NvAddress;
 
 namespace {
-
-enum : int32_t { errHandsetSilent = 2012, errRequestsDropped = 2040 };
-
-// The error replies that refuse one item's read, not reads at all.
-constexpr uint8_t RefusedParameter = 0x14;
-constexpr uint8_t RefusedSecurity = 0x47;
 
 using Clock = std::chrono::steady_clock;
 
@@ -42,11 +38,6 @@ struct Pending {
     int lateResends = 0;
 };
 
-uint16_t ItemOf(QByteArrayView bytes, qsizetype at)
-{
-    return uint16_t(uint8_t(bytes[at]) | uint8_t(bytes[at + 1]) << 8);
-}
-
 // The request on the way that `reply` answers, if any: by the item number, and
 // for an indexed item the index in the first data byte. An error reply
 // carries the request it refuses after its code.
@@ -55,7 +46,7 @@ std::map<NvAddress, Pending>::iterator Answered(std::map<NvAddress, Pending>& pe
     const qsizetype at = uint8_t(reply[0]) == CmdNvRead ? 0 : 1;
     if (reply.size() < at + 4 || uint8_t(reply[at]) != CmdNvRead)
         return pending.end();
-    const uint16_t item = ItemOf(reply, at + 1);
+    const uint16_t item = Little16(reply, at + 1);
     auto found = pending.find({item, -1});
     if (found == pending.end())
         found = pending.find({item, int16_t(uint8_t(reply[at + 3]))});
@@ -69,7 +60,7 @@ ItemAnswer Answer(const QByteArray& request, const QByteArray& reply)
     try {
         return {ParseNvItem(request, reply), {}};
     } catch (const TessalyError& error) {
-        if (uint8_t(reply[0]) != RefusedParameter && uint8_t(reply[0]) != RefusedSecurity)
+        if (uint8_t(reply[0]) != CmdBadParameter && uint8_t(reply[0]) != CmdBadSecurityMode)
             throw;
         return {{}, error.description()};
     }
@@ -124,11 +115,8 @@ void Pipeline::read(const std::vector<NvAddress>& addresses,
     while (delivered < addresses.size()) {
         while (next < addresses.size() && pending.size() < size_t(m_inFlight)) {
             const NvAddress address = addresses[next];
-            model::NvData data{};
-            if (address.index >= 0)
-                data[0] = uint8_t(address.index);
             Pending& request = pending[address];
-            request = {next++, NvItemRequest(CmdNvRead, address.item, data)};
+            request = {next++, NvItemRequest(CmdNvRead, address, {})};
             send(request);
         }
 
@@ -182,11 +170,7 @@ void Pipeline::read(const std::vector<NvAddress>& addresses,
             deadline.setRemainingTime(m_replyTime);
         } else if (deadline.hasExpired()) {
             if (++silences >= 2)
-                throw TessalyError(errHandsetSilent, QStringLiteral("The handset on %1 does not answer: no reply within "
-                                                                    "%2 ms, asked twice. Check the cable, and that the "
-                                                                    "handset is on and in its diagnostic mode.")
-                                                         .arg(m_link.portName())
-                                                         .arg(m_replyTime.count()));
+                FailSilent(m_link.portName(), m_replyTime);
             for (auto& [address, request] : pending)
                 send(request);
             deadline.setRemainingTime(m_replyTime);

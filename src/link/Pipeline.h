@@ -10,8 +10,9 @@
 // overtaken, or the reply to the newest request on the way, is taken as
 // dropped and sent again, and so is the oldest one when a reply arrives
 // damaged, and one left unanswered for several round trips (the last
-// requests of a read have none after them to overtake them). A handset that stays silent for the reply time
-// gets every request on the way once more; then the read fails.
+// requests of a read have none after them to overtake them). A handset that
+// stays silent for the reply time gets every request on the way once more;
+// then the read fails.
 #pragma once
 
 #include "link/DiagPackets.h"

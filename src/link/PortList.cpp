@@ -31,13 +31,6 @@ int HexAttribute(const QString& folder, const char* name)
     return ok ? value : -1;
 }
 
-QString GroupName(uint32_t gid)
-{
-    if (const group* entry = getgrgid(gid))
-        return QString::fromLocal8Bit(entry->gr_name);
-    return QString::number(gid);
-}
-
 // The USB interface and device above a tty's device folder: the interface
 // is the nearest folder with bInterfaceNumber, the device the nearest with
 // idVendor. Nothing for a port not on USB.
@@ -82,6 +75,13 @@ QString DriverOf(QString folder)
 }
 
 } // namespace
+
+QString GroupName(uint32_t gid)
+{
+    if (const group* entry = getgrgid(gid))
+        return QString::fromLocal8Bit(entry->gr_name);
+    return QString::number(gid);
+}
 
 bool SerialPortEntry::heldBy(QStringView program) const
 {

@@ -69,6 +69,9 @@ std::map<QString, std::vector<PortHolder>> DeviceHolders(const QString& root);
 // Those that hold `device`.
 std::vector<PortHolder> HoldersOf(const QString& root, const QString& device);
 
+// The name of group `gid`, or its number when it has none.
+QString GroupName(uint32_t gid);
+
 // The root folder halvane reads ports from: "/", or TESSALY_SYSTEM_ROOT,
 // which only tests set.
 QString SystemRoot();

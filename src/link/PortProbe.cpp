@@ -29,8 +29,8 @@ struct Probe {
     termios found{};
     Step step = Step::Version;
     FrameDecoder decoder;
-    QByteArray versionReply;
-    QByteArray buildReply;
+    VersionInfo version; // once it gave its version
+    std::optional<ExtendedBuildId> build; // once it gave a build id it could read
     bool strangeFrames = false;
     bool lost = false; // the line closed or failed
     ProbeResult* result = nullptr;
@@ -98,20 +98,24 @@ void Take(Probe& probe)
             }
             if (probe.step == Probe::Step::Version) {
                 try {
-                    IdentifyHandset(frame, {});
+                    probe.version = ParseVersion(BareRequest(CmdVersion), frame);
                 } catch (const TessalyError&) {
                     probe.strangeFrames = true;
                     continue;
                 }
-                probe.versionReply = frame;
                 probe.step = Probe::Step::Build;
                 Send(probe);
             } else if (probe.step == Probe::Step::Build) {
-                probe.buildReply = frame;
+                if (!IsBadCommand(frame)) {
+                    try {
+                        probe.build = ParseExtendedBuildId(BareRequest(CmdExtBuildId), frame);
+                    } catch (const TessalyError&) {
+                    }
+                }
                 probe.step = Probe::Step::Esn;
                 Send(probe);
             } else {
-                probe.result->handset = IdentifyHandset(probe.versionReply, probe.buildReply);
+                probe.result->handset = IdentityOf(probe.version, probe.build);
                 try {
                     probe.result->esn = ParseEsn(EsnRequest(), frame);
                 } catch (const TessalyError&) {
@@ -141,13 +145,9 @@ void Conclude(Probe& probe)
 {
     if (probe.result->handset || probe.lost)
         return;
-    if (probe.step != Probe::Step::Version) {
-        try {
-            // It gave its version, not all the rest.
-            probe.result->handset = IdentifyHandset(probe.versionReply, probe.buildReply);
-            return;
-        } catch (const TessalyError&) {
-        }
+    if (probe.step != Probe::Step::Version) { // it gave its version, not all the rest
+        probe.result->handset = IdentityOf(probe.version, probe.build);
+        return;
     }
     probe.result->failure = probe.strangeFrames || probe.decoder.rejected() > 0
         ? QStringLiteral("answered, but not as a handset does")
@@ -155,18 +155,6 @@ void Conclude(Probe& probe)
 }
 
 } // namespace
-
-HandsetIdentity IdentifyHandset(QByteArrayView versionReply, QByteArrayView buildReply)
-{
-    std::optional<ExtendedBuildId> build;
-    if (!buildReply.isEmpty() && !IsBadCommand(buildReply)) {
-        try {
-            build = ParseExtendedBuildId(BareRequest(CmdExtBuildId), buildReply);
-        } catch (const TessalyError&) {
-        }
-    }
-    return IdentityOf(ParseVersion(BareRequest(CmdVersion), versionReply), build);
-}
 
 std::vector<ProbeResult> ProbePorts(const std::vector<QString>& nodes, std::chrono::milliseconds within)
 {

@@ -1,13 +1,12 @@
 // Asks serial ports at once whether a handset answers on them: each gets a
 // version request, then, when it answers, an extended build id request and
-// an ESN request, all within one reply time. Nothing is written to the handset's memory. Each port is left
-// as it was found: its line settings put back, what it sent and what was
-// still to go out dropped.
+// an ESN request, all within one reply time. Nothing is written to the
+// handset's memory. Each port is left as it was found: its line settings put
+// back, what it sent and what was still to go out dropped.
 #pragma once
 
 #include "link/HandsetIdentity.h"
 
-#include <QByteArrayView>
 #include <QString>
 
 #include <chrono>
@@ -26,10 +25,5 @@ struct ProbeResult {
 // The probe of `nodes`, in their order; the whole probe takes no longer than
 // `within`.
 std::vector<ProbeResult> ProbePorts(const std::vector<QString>& nodes, std::chrono::milliseconds within);
-
-// The handset's identity from its version reply and its extended build id
-// reply (empty, or "bad command", when it gave none). Throws TessalyError
-// when the version reply is not one.
-HandsetIdentity IdentifyHandset(QByteArrayView versionReply, QByteArrayView buildReply);
 
 } // namespace tessaly::link

@@ -12,14 +12,11 @@
 #include <QEventLoop>
 #include <QTimer>
 
-#include <grp.h>
 #include <sys/stat.h>
 
 namespace tessaly::link {
 
 namespace {
-
-enum : int32_t { errPortMissing = 2010, errPortUnavailable = 2011, errHandsetSilent = 2012 };
 
 // Resends for replies damaged on the line before the link gives up.
 constexpr int MaxResends = 3;
@@ -35,12 +32,8 @@ constexpr int MaxResends = 3;
         // Qt says "permission" both for a port the user may not open and for
         // one another program holds: the node's mode and /proc tell which.
         struct stat status {};
-        if (!MayOpen(name) && ::stat(QFile::encodeName(name).constData(), &status) == 0) {
-            const group* owner = getgrgid(status.st_gid);
-            throw TessalyError(errPortUnavailable,
-                               NotPermittedAdvice(name, owner ? QString::fromLocal8Bit(owner->gr_name)
-                                                              : QString::number(status.st_gid)));
-        }
+        if (!MayOpen(name) && ::stat(QFile::encodeName(name).constData(), &status) == 0)
+            throw TessalyError(errPortUnavailable, NotPermittedAdvice(name, GroupName(status.st_gid)));
         const std::vector<PortHolder> holders = HoldersOf(QStringLiteral("/"), name);
         QStringList names;
         bool modemManager = false;
@@ -81,8 +74,7 @@ QByteArray SerialLink::transact(const QByteArray& request, bool indexed)
     int resends = 0;
     while (true) {
         dropPending();
-        m_port.write(EncodeFrame(request));
-        m_port.flush();
+        send(request);
         QByteArray reply;
         switch (awaitReply(request, indexed, reply)) {
         case Wait::Answered: return reply;
@@ -96,11 +88,7 @@ QByteArray SerialLink::transact(const QByteArray& request, bool indexed)
         case Wait::Silent:
             if (++silences < 2)
                 continue;
-            throw TessalyError(errHandsetSilent,
-                               QStringLiteral("The handset on %1 does not answer: no reply within %2 ms, asked twice. "
-                                              "Check the cable, and that the handset is on and in its diagnostic mode.")
-                                   .arg(m_name)
-                                   .arg(m_replyTime.count()));
+            FailSilent(m_name, m_replyTime);
         }
     }
 }
@@ -121,9 +109,7 @@ std::vector<QByteArray> SerialLink::receive(std::chrono::milliseconds within, in
     const QDeadlineTimer deadline(within);
     const auto slice = [&] { return int(std::min<qint64>(Slice.count(), std::max<qint64>(0, deadline.remainingTime()))); };
     while (m_port.bytesAvailable() == 0 && !m_port.waitForReadyRead(slice())) {
-        if (m_port.error() == QSerialPort::ResourceError)
-            throw TessalyError(errPortUnavailable, QStringLiteral("The port %1 was lost: %2. Plug the handset in again.")
-                                                       .arg(m_name, m_port.errorString()));
+        failIfLost();
         m_port.clearError();
         if (deadline.hasExpired())
             break;
@@ -177,10 +163,24 @@ bool SerialLink::awaitBytes(std::chrono::milliseconds within)
         timer.start(within);
         loop.exec(QEventLoop::ExcludeUserInputEvents);
     }
+    failIfLost();
+    return m_port.bytesAvailable() > 0;
+}
+
+void SerialLink::failIfLost() const
+{
     if (m_port.error() == QSerialPort::ResourceError)
         throw TessalyError(errPortUnavailable, QStringLiteral("The port %1 was lost: %2. Plug the handset in again.")
                                                    .arg(m_name, m_port.errorString()));
-    return m_port.bytesAvailable() > 0;
+}
+
+void FailSilent(const QString& port, std::chrono::milliseconds replyTime)
+{
+    throw TessalyError(errHandsetSilent,
+                       QStringLiteral("The handset on %1 does not answer: no reply within %2 ms, asked twice. "
+                                      "Check the cable, and that the handset is on and in its diagnostic mode.")
+                           .arg(port)
+                           .arg(replyTime.count()));
 }
 
 } // namespace tessaly::link

@@ -11,11 +11,15 @@
 #include "link/FrameCodec.h"
 
 #include <QSerialPort>
-#include <QStringList>
 
 #include <chrono>
+#include <vector>
 
 namespace tessaly::link {
+
+// The failure of a handset that gave no reply within `replyTime`, asked
+// twice.
+[[noreturn]] void FailSilent(const QString& port, std::chrono::milliseconds replyTime);
 
 class SerialLink {
 public:
@@ -49,6 +53,7 @@ private:
     Wait awaitReply(const QByteArray& request, bool indexed, QByteArray& reply);
     bool awaitBytes(std::chrono::milliseconds within);
     void dropPending();
+    void failIfLost() const;
 
     QString m_name;
     QSerialPort m_port;
