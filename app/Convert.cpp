@@ -6,7 +6,6 @@
 #include <tessaly/TessalyError.h>
 
 #include <QFileInfo>
-#include <QSaveFile>
 
 #include <cstdio>
 
@@ -38,12 +37,7 @@ std::vector<model::NvEntry> ReadJson(const QString& path)
 
 QString WriteXqcnFile(const QString& path, const std::vector<model::NvEntry>& items)
 {
-    // Mode 0600 as every NV file: the items hold passwords.
-    QSaveFile out(path);
-    if (!out.open(QIODevice::WriteOnly) || !out.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner)
-        || out.write(model::WriteXqcn(items)) < 0 || !out.commit())
-        return out.errorString().isEmpty() ? QStringLiteral("it cannot be written") : out.errorString();
-    return {};
+    return model::WriteWhole(path, model::WriteXqcn(items));
 }
 
 } // namespace

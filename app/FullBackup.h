@@ -9,7 +9,8 @@ namespace halvane {
 // Scans the real handset's items as the options say, saves the full backup
 // and prints its path and a summary line on standard output; on a terminal,
 // standard error shows one line of progress that rewrites itself. Gives the
-// exit status: 0 only when the whole range was read and kept.
+// exit status: 0 when the whole range was read and kept, items the handset
+// refused to read told and counted.
 int SaveFullBackup(const Options& options, Handset& handset);
 
 } // namespace halvane

@@ -101,9 +101,23 @@ std::optional<Options> ParseOptions(const QCoreApplication& app)
     }
     parser.process(app); // --help, --help-all and --version
 
-    Options options{parser.value(screenshot), parser.value(page), parser.value(message), parser.value(edit),
-                    parser.value(state), {}, parser.value(port), {}, parser.value(spc), parser.value(restore),
-                    parser.isSet(listPorts), parser.isSet(read), parser.isSet(message)};
+    // A refusal: told on standard error, no options.
+    const auto refuse = [](const QString& why) -> std::optional<Options> {
+        std::fprintf(stderr, "halvane: %s\n", qPrintable(why));
+        return {};
+    };
+    Options options;
+    options.screenshot = parser.value(screenshot);
+    options.page = parser.value(page);
+    options.message = parser.value(message);
+    options.hasMessage = parser.isSet(message);
+    options.edit = parser.value(edit);
+    options.state = parser.value(state);
+    options.port = parser.value(port);
+    options.spc = parser.value(spc);
+    options.restoreBackup = parser.value(restore);
+    options.listPorts = parser.isSet(listPorts);
+    options.read = parser.isSet(read);
     const auto paceMs = Milliseconds(QStringLiteral("pace"), parser.value(pace), 0);
     const auto replyMs = Milliseconds(QStringLiteral("reply-time"), parser.value(replyTime), 1);
     const auto probeMs = Milliseconds(QStringLiteral("probe-time"), parser.value(probeTime), 1);
@@ -113,43 +127,30 @@ std::optional<Options> ParseOptions(const QCoreApplication& app)
     options.probe = parser.isSet(probe);
     options.json = parser.isSet(json);
     options.probeTime = *probeMs;
-    if ((options.probe || options.json) && !options.listPorts) {
-        std::fprintf(stderr, "halvane: --probe and --json go with --list-ports\n");
-        return {};
-    }
+    if ((options.probe || options.json) && !options.listPorts)
+        return refuse(QStringLiteral("--probe and --json go with --list-ports"));
     options.pace = *paceMs;
     options.replyTime = *replyMs;
     options.allItems = parser.isSet(allItems) || parser.isSet(items);
-    if (parser.isSet(items) && !options.read) {
-        std::fprintf(stderr, "halvane: --items narrows the full backup of --read\n");
-        return {};
-    }
+    if (parser.isSet(items) && !options.read)
+        return refuse(QStringLiteral("--items narrows the full backup of --read"));
     if (parser.isSet(items) && !ItemRange(parser.value(items), options))
         return {};
     bool number = false;
     options.inFlight = parser.value(inFlight).toInt(&number);
-    if (!number || options.inFlight < 1 || options.inFlight > 8) {
-        std::fprintf(stderr, "halvane: --in-flight wants a number of 1 to 8, not \"%s\"\n",
-                     qPrintable(parser.value(inFlight)));
-        return {};
-    }
-    if (!parser.isSet(convert) && !parser.positionalArguments().isEmpty()) {
-        std::fprintf(stderr, "halvane: \"%s\" is not an option; a file comes alone only after --convert IN\n",
-                     qPrintable(parser.positionalArguments()[0]));
-        return {};
-    }
+    if (!number || options.inFlight < 1 || options.inFlight > 8)
+        return refuse(QStringLiteral("--in-flight wants a number of 1 to 8, not \"%1\"").arg(parser.value(inFlight)));
+    if (!parser.isSet(convert) && !parser.positionalArguments().isEmpty())
+        return refuse(QStringLiteral("\"%1\" is not an option; a file comes alone only after --convert IN")
+                          .arg(parser.positionalArguments()[0]));
     if (parser.isSet(convert)) {
-        if (parser.positionalArguments().size() != 1) {
-            std::fprintf(stderr, "halvane: --convert IN OUT wants the file to write after the one to read\n");
-            return {};
-        }
+        if (parser.positionalArguments().size() != 1)
+            return refuse(QStringLiteral("--convert IN OUT wants the file to write after the one to read"));
         options.convertFrom = parser.value(convert);
         options.convertTo = parser.positionalArguments()[0];
     }
-    if ((options.read || options.info || !options.restoreBackup.isEmpty()) && options.port.isEmpty()) {
-        std::fprintf(stderr, "halvane: --read, --info and --restore-backup work on a real handset: give its --port\n");
-        return {};
-    }
+    if ((options.read || options.info || !options.restoreBackup.isEmpty()) && options.port.isEmpty())
+        return refuse(QStringLiteral("--read, --info and --restore-backup work on a real handset: give its --port"));
     return options;
 }
 

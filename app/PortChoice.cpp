@@ -122,6 +122,18 @@ bool FreeFromModemManager(const SerialPortEntry& port, QString& failure)
     return false;
 }
 
+const char* const NoPort = "There is no serial port. Plug the handset in and switch it to its diagnostic mode.";
+
+// How to get permission for the first listed port the user may not open;
+// empty when there is none.
+QString FirstNotPermittedAdvice(const std::vector<ListedPort>& listed)
+{
+    for (const ListedPort& entry : listed)
+        if (!entry.port.permitted && entry.port.nodeExists)
+            return NotPermittedAdvice(entry.port.device, entry.port.group);
+    return {};
+}
+
 // The one port where a handset answers, after ModemManager has let go of
 // the known handsets' ports it held.
 std::optional<QString> AutoPort(const Options& options, QString& failure)
@@ -143,7 +155,6 @@ std::optional<QString> AutoPort(const Options& options, QString& failure)
     QStringList answered;
     QStringList tried;
     std::optional<QString> chosen;
-    QString notPermitted;
     bool heldByModemManager = false; // a port it holds that halvane did not know for a handset's
     for (const ListedPort& entry : listed) {
         heldByModemManager = heldByModemManager || entry.port.heldBy(ModemManagerName);
@@ -154,8 +165,6 @@ std::optional<QString> AutoPort(const Options& options, QString& failure)
         }
         tried << QStringLiteral("  %1: %2")
                      .arg(entry.port.device, entry.probe ? entry.probe->failure : WhyNotProbed(entry.port));
-        if (!entry.port.permitted && entry.port.nodeExists && notPermitted.isEmpty())
-            notPermitted = NotPermittedAdvice(entry.port.device, entry.port.group);
     }
     if (answered.size() == 1)
         return chosen;
@@ -165,7 +174,7 @@ std::optional<QString> AutoPort(const Options& options, QString& failure)
         return {};
     }
     if (listed.empty()) {
-        failure = QStringLiteral("There is no serial port. Plug the handset in and switch it to its diagnostic mode.");
+        failure = QLatin1String(NoPort);
         return {};
     }
     failure = QStringLiteral("No handset answered within %1 ms. Tried:\n%2")
@@ -175,8 +184,8 @@ std::optional<QString> AutoPort(const Options& options, QString& failure)
         failure += QLatin1Char('\n') + text;
     if (heldByModemManager && standing.isEmpty())
         failure += QStringLiteral("\nTo have ModemManager let go of a port it holds, name the port: --port DEVICE.");
-    if (!notPermitted.isEmpty())
-        failure += QLatin1Char('\n') + notPermitted;
+    if (const QString advice = FirstNotPermittedAdvice(listed); !advice.isEmpty())
+        failure += QLatin1Char('\n') + advice;
     return {};
 }
 
@@ -196,15 +205,11 @@ int ListPortsCommand(const Options& options)
         std::printf("%s", QJsonDocument(PortsJson(listed)).toJson(QJsonDocument::Indented).constData());
         return 0;
     }
-    QString advice;
-    for (const ListedPort& entry : listed) {
+    for (const ListedPort& entry : listed)
         std::printf("%s\n", qPrintable(PortLine(entry)));
-        if (!entry.port.permitted && entry.port.nodeExists && advice.isEmpty())
-            advice = NotPermittedAdvice(entry.port.device, entry.port.group);
-    }
     if (listed.empty())
-        std::printf("There is no serial port. Plug the handset in and switch it to its diagnostic mode.\n");
-    if (!advice.isEmpty())
+        std::printf("%s\n", NoPort);
+    if (const QString advice = FirstNotPermittedAdvice(listed); !advice.isEmpty())
         std::printf("\n%s\n", qPrintable(advice));
     return 0;
 }

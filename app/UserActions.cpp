@@ -2,7 +2,7 @@
 // rendering of what the screen then shows.
 #include "UserActions.h"
 
-#include "model/Catalogue.h" // the page table: every fixed page's node
+#include "pages/PageTable.h"
 
 #include <tessaly/Tessaly.h>
 

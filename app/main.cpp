@@ -52,16 +52,17 @@ int main(int argc, char** argv)
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Halvane"));
     QApplication::setApplicationVersion(QStringLiteral(HALVANE_VERSION));
-    const std::optional<halvane::Options> options = halvane::ParseOptions(app);
-    if (!options)
+    const std::optional<halvane::Options> parsed = halvane::ParseOptions(app);
+    if (!parsed)
         return 2;
-    if (options->listPorts)
-        return halvane::ListPortsCommand(*options);
-    if (!options->convertFrom.isEmpty())
-        return halvane::Convert(options->convertFrom, options->convertTo);
+    halvane::Options options = *parsed; // its port made a device once chosen
+    if (options.listPorts)
+        return halvane::ListPortsCommand(options);
+    if (!options.convertFrom.isEmpty())
+        return halvane::Convert(options.convertFrom, options.convertTo);
     const bool unattended
-        = DrawsNowhere() || !options->screenshot.isEmpty() || options->read || options->info
-          || !options->restoreBackup.isEmpty();
+        = DrawsNowhere() || !options.screenshot.isEmpty() || options.read || options.info
+          || !options.restoreBackup.isEmpty();
     halvane::UnattendedDialogs dialogs;
     if (unattended)
         app.installEventFilter(&dialogs);
@@ -74,30 +75,29 @@ int main(int argc, char** argv)
             QMessageBox::critical(nullptr, QStringLiteral("Halvane"), failure);
         return 1;
     };
-    halvane::Options chosen = *options;
     QString failure;
-    if (!chosen.port.isEmpty()) {
-        const std::optional<QString> node = halvane::ChoosePort(chosen, failure);
+    if (!options.port.isEmpty()) {
+        const std::optional<QString> node = halvane::ChoosePort(options, failure);
         if (!node)
             return fail(failure);
-        chosen.port = *node;
+        options.port = *node;
     }
-    if (options->info)
-        return halvane::PrintIdentity(chosen);
+    if (options.info)
+        return halvane::PrintIdentity(options);
 
     // The panel draws its own title bar: the window has no other.
     QWidget window(nullptr, Qt::FramelessWindowHint);
     window.setWindowTitle(QStringLiteral("Halvane"));
     Tessaly panel(&window);
     window.setFixedSize(panel.size());
-    const std::unique_ptr<halvane::Handset> handset = halvane::OpenHandset(chosen, panel, unattended, failure);
+    const std::unique_ptr<halvane::Handset> handset = halvane::OpenHandset(options, panel, unattended, failure);
     if (!handset)
         return fail(failure);
-    if (!options->restoreBackup.isEmpty())
-        return halvane::RestoreFromBackup(options->restoreBackup, *handset, options->allItems);
-    if (options->read && options->allItems)
-        return halvane::SaveFullBackup(chosen, *handset);
-    if (options->read)
+    if (!options.restoreBackup.isEmpty())
+        return halvane::RestoreFromBackup(options.restoreBackup, *handset, options.allItems);
+    if (options.read && options.allItems)
+        return halvane::SaveFullBackup(options, *handset);
+    if (options.read)
         return halvane::ReadToBackup(*handset);
 
     panel.SetModelDLL(handset->model.get());
@@ -105,12 +105,12 @@ int main(int argc, char** argv)
     if (!handset->problem.isEmpty())
         QMessageBox::warning(&window, QStringLiteral("Halvane"), handset->problem);
     if (unattended)
-        return halvane::RenderScreenshot(*options, panel, *handset->model, dialogs);
-    if (!halvane::ShowAsAsked(*options, panel))
+        return halvane::RenderScreenshot(options, panel, *handset->model, dialogs);
+    if (!halvane::ShowAsAsked(options, panel))
         return 2;
-    if (options->hasMessage) {
+    if (options.hasMessage) {
         tessaly::frmMsgBox box(&panel);
-        box.SetMessage(options->message);
+        box.SetMessage(options.message);
         box.exec();
     }
     return app.exec();

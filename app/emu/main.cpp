@@ -25,6 +25,7 @@
 
 #include <cstdio>
 #include <memory>
+#include <optional>
 #include <thread>
 
 using namespace tessaly;
@@ -64,6 +65,19 @@ int OpenTerminal()
     return master;
 }
 
+// The whole number `text` of option `name`, at least `least`; told on
+// standard error when it is not one.
+std::optional<int> Number(const QString& name, const QString& text, int least)
+{
+    bool ok = false;
+    const int value = text.toInt(&ok);
+    if (ok && value >= least)
+        return value;
+    std::fprintf(stderr, "tessaly-emu: %s wants a whole number of %d or more, not \"%s\"\n", qPrintable(name), least,
+                 qPrintable(text));
+    return {};
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -73,18 +87,33 @@ int main(int argc, char** argv)
     QCommandLineParser options;
     options.setApplicationDescription(QStringLiteral("A CDMA handset on a pseudo-terminal, for halvane --port."));
     options.addHelpOption();
-    const QCommandLineOption state(QStringLiteral("state"), QStringLiteral("The NV memory <file>."), QStringLiteral("file"));
-    const QCommandLineOption model(QStringLiteral("model"), QStringLiteral("The handset's model <name>: %1.").arg(emu::ProfileNames().join(QStringLiteral(", "))), QStringLiteral("name"), emu::ProfileNames().first());
-    const QCommandLineOption spc(QStringLiteral("spc"), QStringLiteral("Lock writes and mode changes until this <code> is given."), QStringLiteral("code"));
-    const QCommandLineOption slow(QStringLiteral("slow"), QStringLiteral("Answer each request after <ms>."), QStringLiteral("ms"), QStringLiteral("0"));
-    const QCommandLineOption badCrc(QStringLiteral("bad-crc"), QStringLiteral("Break the CRC of every <n>th reply."), QStringLiteral("n"), QStringLiteral("0"));
-    const QCommandLineOption events(QStringLiteral("events"), QStringLiteral("Send an event report before each reply."));
-    const QCommandLineOption dead(QStringLiteral("dead-after"), QStringLiteral("Go silent after <n> requests."), QStringLiteral("n"), QStringLiteral("0"));
-    const QCommandLineOption garble(QStringLiteral("garble"), QStringLiteral("Keep other bytes than were written to NV <item>."), QStringLiteral("item"), QStringLiteral("-1"));
-    const QCommandLineOption late(QStringLiteral("late"), QStringLiteral("Answer request <n> only after <ms>."), QStringLiteral("n:ms"), QStringLiteral("0:0"));
-    const QCommandLineOption chaos(QStringLiteral("chaos"), QStringLiteral("Make the faults at random, from <seed>."), QStringLiteral("seed"));
-    const QCommandLineOption latency(QStringLiteral("latency"), QStringLiteral("Send each reply <us> microseconds after its request, taking further requests meanwhile."), QStringLiteral("us"), QStringLiteral("0"));
-    const QCommandLineOption queue(QStringLiteral("queue"), QStringLiteral("With --latency, hold <n> requests at most; drop the rest."), QStringLiteral("n"), QStringLiteral("4"));
+    const auto option = [](const char* name, const QString& help, const char* value = nullptr,
+                           const char* byDefault = nullptr) {
+        return value ? QCommandLineOption(QLatin1String(name), help, QLatin1String(value), QLatin1String(byDefault))
+                     : QCommandLineOption(QLatin1String(name), help);
+    };
+    const QCommandLineOption state = option("state", QStringLiteral("The NV memory <file>."), "file");
+    const QCommandLineOption model(
+        QStringLiteral("model"),
+        QStringLiteral("The handset's model <name>: %1.").arg(emu::ProfileNames().join(QStringLiteral(", "))),
+        QStringLiteral("name"), emu::ProfileNames().first());
+    const QCommandLineOption spc
+        = option("spc", QStringLiteral("Lock writes and mode changes until this <code> is given."), "code");
+    const QCommandLineOption slow = option("slow", QStringLiteral("Answer each request after <ms>."), "ms", "0");
+    const QCommandLineOption badCrc
+        = option("bad-crc", QStringLiteral("Break the CRC of every <n>th reply."), "n", "0");
+    const QCommandLineOption events = option("events", QStringLiteral("Send an event report before each reply."));
+    const QCommandLineOption dead = option("dead-after", QStringLiteral("Go silent after <n> requests."), "n", "0");
+    const QCommandLineOption garble
+        = option("garble", QStringLiteral("Keep other bytes than were written to NV <item>."), "item", "-1");
+    const QCommandLineOption late
+        = option("late", QStringLiteral("Answer request <n> only after <ms>."), "n:ms", "0:0");
+    const QCommandLineOption chaos = option("chaos", QStringLiteral("Make the faults at random, from <seed>."), "seed");
+    const QCommandLineOption latency = option(
+        "latency", QStringLiteral("Send each reply <us> microseconds after its request, taking further requests meanwhile."),
+        "us", "0");
+    const QCommandLineOption queue
+        = option("queue", QStringLiteral("With --latency, hold <n> requests at most; drop the rest."), "n", "4");
     options.addOptions({state, model, spc, slow, badCrc, events, dead, garble, late, chaos, latency, queue});
     // A wrong option is bad usage, exit status 2; process() would exit with 1.
     if (!options.parse(QCoreApplication::arguments())) {
@@ -103,6 +132,23 @@ int main(int argc, char** argv)
         return 2;
     }
 
+    const QStringList lateness = options.value(late).split(QLatin1Char(':'));
+    const std::optional<int> slowMs = Number(QStringLiteral("--slow"), options.value(slow), 0);
+    const std::optional<int> badEvery = Number(QStringLiteral("--bad-crc"), options.value(badCrc), 0);
+    const std::optional<int> deadAfter = Number(QStringLiteral("--dead-after"), options.value(dead), 0);
+    const std::optional<int> lateRequest = Number(QStringLiteral("--late"), lateness.value(0), 0);
+    const std::optional<int> lateMs = Number(QStringLiteral("--late"), lateness.value(1), 0);
+    const std::optional<int> garbled = Number(QStringLiteral("--garble"), options.value(garble), -1);
+    const std::optional<int> latencyUs = Number(QStringLiteral("--latency"), options.value(latency), 0);
+    const std::optional<int> held = Number(QStringLiteral("--queue"), options.value(queue), 1);
+    bool seeded = true;
+    const uint32_t seed = options.isSet(chaos) ? options.value(chaos).toUInt(&seeded) : 0;
+    if (!seeded)
+        std::fprintf(stderr, "tessaly-emu: --chaos wants a whole number of 0 or more, not \"%s\"\n",
+                     qPrintable(options.value(chaos)));
+    if (!slowMs || !badEvery || !deadAfter || !lateRequest || !lateMs || !garbled || !latencyUs || !held || !seeded)
+        return 2;
+
     const int master = OpenTerminal();
     if (master < 0)
         return 1;
@@ -113,15 +159,12 @@ int main(int argc, char** argv)
         std::fprintf(stderr, "tessaly-emu: %s\n", qPrintable(problem));
         return 1;
     }
-    const QStringList lateness = options.value(late).split(QLatin1Char(':'));
-    emu::Faults faults{options.value(slow).toInt(), options.value(badCrc).toInt(), options.isSet(events),
-                       options.value(dead).toInt(), lateness.value(0).toInt(), lateness.value(1).toInt()};
+    emu::Faults faults{*slowMs, *badEvery, options.isSet(events), *deadAfter, *lateRequest, *lateMs};
     std::unique_ptr<emu::ChaosSchedule> schedule;
     if (options.isSet(chaos))
-        schedule = std::make_unique<emu::ChaosSchedule>(options.value(chaos).toUInt());
-    emu::HandsetAnswers handset(memory, *profile, options.value(spc), options.value(garble).toInt());
-    DelayedReplies delayed(master, std::chrono::microseconds(options.value(latency).toInt()),
-                           size_t(std::max(1, options.value(queue).toInt())));
+        schedule = std::make_unique<emu::ChaosSchedule>(seed);
+    emu::HandsetAnswers handset(memory, *profile, options.value(spc), *garbled);
+    DelayedReplies delayed(master, std::chrono::microseconds(*latencyUs), size_t(*held));
 
     link::FrameDecoder decoder;
     int requests = 0;

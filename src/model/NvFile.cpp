@@ -141,9 +141,14 @@ QString WriteNvFile(const QString& path, const NvFile& file)
                              .arg(fields, lines.join(QStringLiteral(",\n")));
 
     QDir().mkpath(QFileInfo(path).absolutePath());
+    return WriteWhole(path, text.toUtf8());
+}
+
+QString WriteWhole(const QString& path, const QByteArray& bytes)
+{
     QSaveFile out(path);
     if (!out.open(QIODevice::WriteOnly) || !out.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner)
-        || out.write(text.toUtf8()) < 0 || !out.commit())
+        || out.write(bytes) < 0 || !out.commit())
         return out.errorString().isEmpty() ? QStringLiteral("it cannot be written") : out.errorString();
     return {};
 }

@@ -48,5 +48,8 @@ QString ReadNvFile(const QString& path, std::initializer_list<NvFileKind> kinds,
 // Writes `file` to `path` at once, mode 0600; an earlier file stays whole when
 // the write fails. Gives what went wrong, or an empty string.
 QString WriteNvFile(const QString& path, const NvFile& file);
+// Writes `bytes` to `path` the same way: at once, mode 0600 (NV items hold
+// passwords), an earlier file whole when the write fails.
+QString WriteWhole(const QString& path, const QByteArray& bytes);
 
 } // namespace tessaly::model
