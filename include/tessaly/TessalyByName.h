@@ -3,7 +3,7 @@
 // script engine or a host that loads the library at run time.
 //
 // Each method of <tessaly/Tessaly.h> is here under its own name with
-// built-in Qt types, so that it can be called directly or queued: a page
+// built-in Qt types, so that it can be invoked directly or queued: a page
 // number, a count or an index as `short`, a row or column as `int`. A method
 // with a `short` argument has a second signature with `int` in its place,
 // for hosts that pass every whole number as an `int`:

@@ -3,7 +3,6 @@
 #include <QXmlStreamReader>
 #include <QXmlStreamWriter>
 
-#include <optional>
 
 namespace tessaly::model {
 

@@ -63,9 +63,11 @@ bool singleLine(const QString& text)
 // rectangle, so the frame it lies on is never painted beneath it: here it
 // also fills the corner where both scroll bars meet, in their groove's grey.
 // Filled rather than stroked as the style does: its stroke costs a tenth of a
-// page's repaint. The frame's region is a ring around the viewport, which
-// would clip every line of a fill one by one; each fill is clipped to its
-// own rectangle instead, which it then meets whole.
+// page's repaint. It is painted in event(): a scroll area's paintEvent()
+// paints its viewport, and the frame's drawing is not virtual. The frame's
+// region is a ring around the viewport, which would clip every line of a
+// fill one by one; each fill is clipped to its own rectangle instead, which
+// it then meets whole.
 bool MSFlexGrid::event(QEvent* event)
 {
     if (event->type() != QEvent::Paint)

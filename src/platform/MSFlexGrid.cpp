@@ -48,9 +48,11 @@ MSFlexGrid::MSFlexGrid(QWidget* parent)
     // paintEvent covers every pixel of the viewport, the scroll bars theirs
     // and event() the frame and the bars' corner: nothing beneath the grid
     // needs painting.
+    // The scroll area sets its bars' attributes as it adopts them, so theirs
+    // is set here, after.
     viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
-    verticalScrollBar()->setAttribute(Qt::WA_OpaquePaintEvent); // set once the
-    horizontalScrollBar()->setAttribute(Qt::WA_OpaquePaintEvent); // area has them
+    verticalScrollBar()->setAttribute(Qt::WA_OpaquePaintEvent);
+    horizontalScrollBar()->setAttribute(Qt::WA_OpaquePaintEvent);
     setAttribute(Qt::WA_OpaquePaintEvent);
     InstallAccessibleInterfaces();
     reshape(2, 2);

@@ -82,11 +82,4 @@ void PictureBox::paintEvent(QPaintEvent* event)
     paintFocusCue();
 }
 
-// A click on a picture box takes the focus, then raises its events.
-void PictureBox::mousePressEvent(QMouseEvent* event)
-{
-    QWidget::mousePressEvent(event);
-    PictureControl::mousePressEvent(event);
-}
-
 } // namespace tessaly

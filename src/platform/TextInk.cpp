@@ -21,7 +21,8 @@ void TextInk::paint(QPainter& painter, QPoint at, const Key& key, const std::fun
     const QTransform toDevice = painter.deviceTransform();
     const QPointF origin = toDevice.map(QPointF(at));
     const qreal ratio = toDevice.m11();
-    if (toDevice.type() > QTransform::TxScale || toDevice.m22() != ratio || !Whole(origin.x()) || !Whole(origin.y())) {
+    if (toDevice.type() > QTransform::TxScale || ratio <= 0 || toDevice.m22() != ratio || !Whole(origin.x())
+        || !Whole(origin.y())) {
         painter.save();
         painter.translate(at);
         painter.setFont(key.font);
