@@ -54,13 +54,15 @@ int SaveFullBackup(const Options& options, Handset& handset)
         line.end();
         const QString path = backup.save(link::BackupFolder());
         std::printf("%s\n", qPrintable(path));
-        for (const auto& [address, reason] : scan.refused())
-            std::printf("%s: not kept: %s\n", qPrintable(model::Describe(address)), qPrintable(reason));
-        const QString refused = scan.refused().empty() ? QString()
-                                                       : QStringLiteral(", %1 refused").arg(scan.refused().size());
-        std::printf("Items %u to %u: %zu held, %zu lacking%s, %.1f s\n", options.firstItem, options.lastItem,
-                    backup.items.size(), scan.lacking(), qPrintable(refused), double(clock.nsecsElapsed()) / 1e9);
-        return 0;
+        for (const auto& [address, gap] : scan.gaps())
+            std::printf("%s: %s\n", qPrintable(model::Describe(address)), qPrintable(gap));
+        const link::ScanCounts& counts = scan.counts();
+        std::printf("Items %u to %u: %zu held, %zu lacking, %zu busy, %zu refused (%zu entries with their indexes); "
+                    "%.1f s\n",
+                    options.firstItem, options.lastItem, counts.held, counts.lacking, counts.busy, counts.refused,
+                    counts.entries, double(clock.nsecsElapsed()) / 1e9);
+        // A busy item is a gap in the backup: a script must know.
+        return counts.busy > 0 ? 1 : 0;
     } catch (const TessalyError& error) {
         line.end();
         std::fprintf(stderr, "halvane: %s\n", qPrintable(error.description()));

@@ -61,7 +61,8 @@ model::NvFile Backup::file() const
 {
     return {full ? model::NvFileKind::FullBackup : model::NvFileKind::Backup,
             {{"esn", esn}, {"meid", meid}, {"time", time.toString(Qt::ISODate)}},
-            items};
+            items,
+            files};
 }
 
 Backup Backup::Load(const QString& path)
@@ -84,7 +85,7 @@ Backup Backup::Load(const QString& path)
                                                     .arg(path, problem));
     const auto text = [&](const char* key) { return file.fields[QLatin1String(key)].toString(); };
     return {text("esn"), text("meid"), QDateTime::fromString(text("time"), Qt::ISODate), std::move(file.entries),
-            file.kind == model::NvFileKind::FullBackup};
+            file.kind == model::NvFileKind::FullBackup, std::move(file.files)};
 }
 
 Backup Backup::FromItems(std::vector<model::NvEntry> items)
@@ -123,7 +124,9 @@ QString SkipReason(const model::NvEntry& entry, NvStatus onHandset, const std::s
         return QStringLiteral("unknown to the catalogue: written only with --all-items");
     if (entry.status != NvStatus::Done)
         return QStringLiteral("kept with the status: %1").arg(NvStatusText(uint16_t(entry.status)));
-    if (model::Lacks(onHandset))
+    // An inactive item exists but holds no value, as after a factory reset:
+    // the restore brings it back. The handset refuses the others.
+    if (model::Lacks(onHandset) && onHandset != NvStatus::Inactive)
         return QStringLiteral("this handset: %1").arg(NvStatusText(uint16_t(onHandset)));
     return {};
 }
@@ -174,7 +177,7 @@ bool RestoreBackup(const Backup& backup, LiveNvMemory& memory, const std::functi
         } else if (const QString reason = SkipReason(entry, statuses[entry.address], allItems ? nullptr : &known);
                    !reason.isEmpty()) {
             tell(name + QStringLiteral(": skipped (%1)").arg(reason));
-        } else if (now[entry.address] == entry.data) {
+        } else if (now[entry.address] == entry.data && statuses[entry.address] == NvStatus::Done) {
             tell(name + QStringLiteral(": unchanged"));
         } else {
             try {

@@ -23,6 +23,7 @@ struct Backup {
     QDateTime time;
     std::vector<model::NvEntry> items;
     bool full = false; // every item number of a range, not the catalogue's items
+    std::vector<model::EfsEntry> files{}; // a full backup's file system, in the order of its walk
 
     // Saves into `folder` under a name of its own, "<ESN>-<time>.json" or for
     // a full backup "<ESN>-<time>-full.json"; gives the file's path. Throws

@@ -17,6 +17,7 @@
 #include <QByteArrayView>
 #include <QString>
 
+#include <chrono>
 #include <cstdint>
 
 namespace tessaly::link {
@@ -107,5 +108,10 @@ bool ParseSpc(QByteArrayView request, QByteArrayView reply);
 
 // What an NV status means, for the user.
 QString NvStatusText(uint16_t status);
+
+// An item that answers "busy" is asked again this many times, each after the
+// wait: a handset busy with an item for a moment answers it then.
+inline constexpr int BusyTries = 4;
+inline constexpr std::chrono::milliseconds BusyWait{100};
 
 } // namespace tessaly::link

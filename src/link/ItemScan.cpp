@@ -7,6 +7,9 @@
 
 #include <QElapsedTimer>
 
+#include <optional>
+#include <thread>
+
 namespace tessaly::link {
 
 using model::NvAddress;
@@ -14,7 +17,46 @@ using model::NvStatus;
 
 namespace {
 
-enum : int32_t { errScanStopped = 2041, errScanStatus = 2042 };
+enum : int32_t { errScanStopped = 2041 };
+
+enum class Outcome { Lacking, Held, Refused, Busy }; // by rising weight in the counts
+
+Outcome OutcomeOf(const ItemAnswer& answer)
+{
+    if (!answer.refused.isEmpty())
+        return Outcome::Refused;
+    switch (NvStatus(answer.reply.status)) {
+    case NvStatus::Done:
+    case NvStatus::ReadOnly:
+        return Outcome::Held;
+    case NvStatus::Inactive:
+    case NvStatus::BadParameter:
+        return Outcome::Lacking;
+    case NvStatus::Busy:
+        return Outcome::Busy;
+    default:
+        return Outcome::Refused;
+    }
+}
+
+// What befell an address that is not plainly kept or lacking, for the person
+// who took the backup; empty for one that is.
+QString GapOf(const ItemAnswer& answer)
+{
+    if (!answer.refused.isEmpty())
+        return QStringLiteral("not kept: %1").arg(answer.refused);
+    const uint16_t status = answer.reply.status;
+    if (status > model::LastNvStatus)
+        return QStringLiteral("not kept: the handset answered the unknown status %1").arg(status);
+    switch (OutcomeOf(answer)) {
+    case Outcome::Busy:
+        return QStringLiteral("kept as busy: the handset stayed busy; read it again later");
+    case Outcome::Refused:
+        return QStringLiteral("kept with the status: %1").arg(NvStatusText(status));
+    default:
+        return {};
+    }
+}
 
 } // namespace
 
@@ -60,54 +102,88 @@ Backup ItemScan::run(uint16_t first, uint16_t last)
     for (const NvAddress& address : ScanAddresses(first, last))
         addresses.push_back(address);
 
-    Backup backup;
-    backup.full = true;
-    model::NvData esn{};
-    model::NvData meid{};
+    std::vector<ItemAnswer> answers(addresses.size());
     ScanProgress progress{0, addresses.size() - extra, 0, {}};
-    m_lacking = 0;
-    m_refused.clear();
     Pipeline pipeline(m_link, m_inFlight, m_replyTime);
-    size_t done = 0;
+    size_t waited = 0; // the position the scan waits for
+    size_t read = 0;   // addresses of the range read
     try {
         pipeline.read(addresses, [&](size_t position, const ItemAnswer& answer) {
-            const NvAddress address = addresses[position];
-            const NvItemReply& reply = answer.reply;
-            const bool refused = !answer.refused.isEmpty();
-            if (!refused && reply.status != 0 && !model::Lacks(NvStatus(reply.status)))
-                throw TessalyError(errScanStatus, QStringLiteral("%1 could not be read: %2.")
-                                                      .arg(model::Describe(address), NvStatusText(reply.status)));
-            if (address == NvAddress{model::EsnItem, -1} && !refused)
-                esn = reply.data;
-            if (address == NvAddress{model::MeidItem, -1} && !refused)
-                meid = reply.data;
-            done = position + 1;
+            answers[position] = answer;
+            waited = position + 1;
             if (position < extra)
                 return;
-            if (refused)
-                m_refused.emplace_back(address, answer.refused);
-            else if (reply.status == 0)
-                backup.items.push_back({address, NvStatus::Done, reply.data});
-            else
-                ++m_lacking;
-            progress.done = position + 1 - extra;
-            progress.held = backup.items.size();
+            read = progress.done = position + 1 - extra;
+            const Outcome outcome = OutcomeOf(answer);
+            progress.held += outcome != Outcome::Lacking && answer.refused.isEmpty();
             progress.elapsed = std::chrono::nanoseconds(clock.nsecsElapsed());
             if (m_progress)
                 m_progress(progress);
         });
+        for (int round = 0; round < BusyTries; ++round) {
+            std::vector<size_t> busy;
+            for (size_t position = 0; position < answers.size(); ++position)
+                if (OutcomeOf(answers[position]) == Outcome::Busy)
+                    busy.push_back(position);
+            if (busy.empty())
+                break;
+            std::this_thread::sleep_for(BusyWait);
+            std::vector<NvAddress> again;
+            for (size_t position : busy)
+                again.push_back(addresses[position]);
+            waited = busy.front();
+            pipeline.read(again, [&](size_t at, const ItemAnswer& answer) {
+                answers[busy[at]] = answer;
+                waited = at + 1 < busy.size() ? busy[at + 1] : waited;
+            });
+        }
     } catch (const TessalyError& error) {
         m_resent = pipeline.resent();
         throw TessalyError(errScanStopped, QStringLiteral("The full backup stopped at %1, with %2 of %3 items read: "
                                                           "%4 Nothing was kept.")
-                                               .arg(model::Describe(addresses[done]))
-                                               .arg(done > extra ? done - extra : 0)
+                                               .arg(model::Describe(addresses[std::min(waited, addresses.size() - 1)]))
+                                               .arg(read)
                                                .arg(addresses.size() - extra)
                                                .arg(error.description()));
     }
     m_resent = pipeline.resent();
-    backup.esn = EsnHex(esn);
-    backup.meid = MeidHex(meid);
+
+    Backup backup;
+    backup.full = true;
+    m_counts = {};
+    m_gaps.clear();
+    std::optional<Outcome> number; // the outcome of the item number counted last
+    const auto count = [&] {
+        size_t* counts[] = {&m_counts.lacking, &m_counts.held, &m_counts.refused, &m_counts.busy};
+        if (number)
+            ++*counts[int(*number)];
+    };
+    for (size_t position = 0; position < addresses.size(); ++position) {
+        const NvAddress address = addresses[position];
+        const ItemAnswer& answer = answers[position];
+        const uint16_t status = answer.reply.status;
+        if (answer.refused.isEmpty() && status == 0 && address.index < 0) {
+            if (address.item == model::EsnItem)
+                backup.esn = EsnHex(answer.reply.data);
+            if (address.item == model::MeidItem)
+                backup.meid = MeidHex(answer.reply.data);
+        }
+        if (position < extra)
+            continue;
+        const Outcome outcome = OutcomeOf(answer);
+        if (const QString gap = GapOf(answer); !gap.isEmpty())
+            m_gaps.emplace_back(address, gap);
+        if (answer.refused.isEmpty() && status <= model::LastNvStatus && outcome != Outcome::Lacking)
+            backup.items.push_back({address, NvStatus(status), answer.reply.data});
+        if (position == extra || address.item != addresses[position - 1].item) {
+            count();
+            number = outcome;
+        } else {
+            number = std::max(*number, outcome);
+        }
+    }
+    count();
+    m_counts.entries = backup.items.size();
     backup.time = QDateTime::currentDateTime();
     return backup;
 }

@@ -6,6 +6,8 @@
 
 #include <tessaly/TessalyError.h>
 
+#include <thread>
+
 namespace tessaly::link {
 
 using model::Describe;
@@ -34,6 +36,10 @@ NvItemReply LiveNvMemory::exchange(Command command, model::NvAddress address, co
 NvStatus LiveNvMemory::read(model::NvAddress address, model::NvData& data)
 {
     NvItemReply reply = exchange(CmdNvRead, address, {});
+    for (int again = 0; again < BusyTries && reply.status == uint16_t(NvStatus::Busy); ++again) {
+        std::this_thread::sleep_for(BusyWait);
+        reply = exchange(CmdNvRead, address, {});
+    }
     if (model::Lacks(NvStatus(reply.status))) {
         reply.data.fill(0);
         if (address.index >= 0)
@@ -53,7 +59,7 @@ NvStatus LiveNvMemory::write(model::NvAddress address, const model::NvData& data
     if (!model::Catalogue::BuiltIn().protection(address.item).isEmpty())
         return NvStatus::ReadOnly;
     const auto known = m_onHandset.find(address);
-    if (known != m_onHandset.end() && known->second == data)
+    if (known != m_onHandset.end() && known->second == data && m_statuses[address] == 0)
         return NvStatus::Done; // unchanged: no write
     // Until the read-back tells, the handset may hold the old bytes or the
     // new ones: a write that fails on the way is not taken as unchanged later.

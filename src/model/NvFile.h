@@ -9,6 +9,7 @@
 // readable by their owner alone.
 #pragma once
 
+#include "model/EfsEntry.h"
 #include "model/NvMemory.h"
 
 #include <QJsonObject>
@@ -35,6 +36,7 @@ struct NvFile {
     NvFileKind kind = NvFileKind::Memory;
     QJsonObject fields; // besides the format and the items
     std::vector<NvEntry> entries;
+    std::vector<EfsEntry> files{}; // a full backup's file system: folders, files, links
 };
 
 // Reads a file of `kind`. Gives why it cannot be taken, naming the first
