@@ -23,21 +23,21 @@ Kind KindOf(const QString& path)
     return suffix == QLatin1String("json") ? Kind::Json : suffix == QLatin1String("xqcn") ? Kind::Xqcn : Kind::Other;
 }
 
-// The items of an NV file of any kind: a backup, a full one, or a simulated
-// handset's memory.
-std::vector<model::NvEntry> ReadJson(const QString& path)
+// An NV file of any kind: a backup, a full one, or a simulated handset's
+// memory.
+model::NvFile ReadJson(const QString& path)
 {
     model::NvFile file;
     const QString problem = model::ReadNvFile(
         path, {model::NvFileKind::Backup, model::NvFileKind::FullBackup, model::NvFileKind::Memory}, file);
     if (!problem.isEmpty())
         throw TessalyError(0, QStringLiteral("%1 is refused: %2.").arg(path, problem));
-    return std::move(file.entries);
+    return file;
 }
 
-QString WriteXqcnFile(const QString& path, const std::vector<model::NvEntry>& items)
+QString WriteXqcnFile(const QString& path, const model::NvFile& file)
 {
-    return model::WriteWhole(path, model::WriteXqcn(items));
+    return model::WriteWhole(path, model::WriteXqcn(file.entries, file.files));
 }
 
 } // namespace
@@ -55,12 +55,20 @@ int Convert(const QString& from, const QString& to)
         std::fprintf(stderr, "halvane: %s is there already; it is not written over\n", qPrintable(to));
         return 1;
     }
+    bool whole = true;
     try {
         QString problem;
         if (in == Kind::Json) {
             problem = WriteXqcnFile(to, ReadJson(from));
         } else {
-            link::Backup backup = link::Backup::Load(from);
+            const link::Backup backup = link::Backup::Load(from);
+            // A stream halvane does not know may hold what the handset needs:
+            // each is named, and the exit status says the conversion is not
+            // whole.
+            for (const QString& stream : backup.passedOver)
+                std::fprintf(stderr, "halvane: the stream %s of %s is passed over: halvane does not know it\n",
+                             qPrintable(stream), qPrintable(from));
+            whole = backup.passedOver.isEmpty();
             problem = model::WriteNvFile(to, backup.file());
         }
         if (!problem.isEmpty()) {
@@ -72,7 +80,7 @@ int Convert(const QString& from, const QString& to)
         return 1;
     }
     std::printf("%s\n", qPrintable(to));
-    return 0;
+    return whole ? 0 : 1;
 }
 
 } // namespace halvane

@@ -6,8 +6,10 @@
 namespace halvane {
 
 // Converts `from` into `to`, which must not be there yet, by their
-// extensions. A file refused, or any fault, is told on standard error and
-// nothing is written. Gives the exit status.
+// extensions, items and files alike. A file refused, or any fault, is told on
+// standard error and nothing is written. The streams of an XQCN file that
+// halvane passes over are named there, the rest converted, and the exit
+// status is 1. Gives the exit status.
 int Convert(const QString& from, const QString& to);
 
 } // namespace halvane

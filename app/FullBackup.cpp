@@ -1,10 +1,12 @@
 #include "FullBackup.h"
 
+#include "link/EfsTreeRead.h"
 #include "link/ItemScan.h"
 
 #include <QElapsedTimer>
 
 #include <cstdio>
+#include <optional>
 #include <unistd.h>
 
 namespace halvane {
@@ -29,6 +31,14 @@ public:
                      progress.total, progress.held, rate, left);
         std::fflush(stderr);
     }
+    void showFiles(size_t files, qint64 bytes)
+    {
+        if (m_shown.isValid() && m_shown.elapsed() < 100)
+            return;
+        m_shown.start();
+        std::fprintf(stderr, "\r%zu files read, %.1f MB\033[K", files, double(bytes) / 1e6);
+        std::fflush(stderr);
+    }
     void end()
     {
         if (m_shown.isValid())
@@ -41,6 +51,34 @@ private:
 
 } // namespace
 
+namespace {
+
+// The handset's file system for the backup, or none when the handset offers
+// none over its diagnostic port; `said` tells which for the summary.
+std::optional<link::EfsTree> ReadFiles(const Options& options, Handset& handset, ProgressLine& line, QString& said)
+{
+    link::EfsClient client(*handset.line, options.inFlight, options.replyTime);
+    try {
+        client.hello();
+    } catch (const TessalyError& error) {
+        if (error.number() != link::errHandsetRefused)
+            throw;
+        said = QStringLiteral("no file system");
+        return {};
+    }
+    const bool terminal = isatty(STDERR_FILENO);
+    link::EfsTree tree = link::ReadEfsTree(client, QStringLiteral("/"), [&](size_t files, qint64 bytes) {
+        if (terminal)
+            line.showFiles(files, bytes);
+    });
+    said = QStringLiteral("%1 files, %2 MB").arg(tree.files()).arg(double(tree.bytes) / 1e6, 0, 'f', 1);
+    if (!tree.gaps.empty())
+        said += QStringLiteral(", %1 not read").arg(tree.gaps.size());
+    return tree;
+}
+
+} // namespace
+
 int SaveFullBackup(const Options& options, Handset& handset)
 {
     link::ItemScan scan(*handset.line, options.inFlight, options.replyTime);
@@ -50,17 +88,32 @@ int SaveFullBackup(const Options& options, Handset& handset)
     QElapsedTimer clock;
     clock.start();
     try {
-        const link::Backup backup = scan.run(options.firstItem, options.lastItem);
+        link::Backup backup = scan.run(options.firstItem, options.lastItem);
+        QString files = QStringLiteral("files left out");
+        std::optional<link::EfsTree> tree;
+        if (!options.noFiles) {
+            try {
+                tree = ReadFiles(options, handset, line, files);
+            } catch (const TessalyError& error) {
+                throw TessalyError(error.number(), QStringLiteral("The full backup stopped while reading the "
+                                                                  "handset's files: %1 Nothing was kept.")
+                                                       .arg(error.description()));
+            }
+        }
         line.end();
+        if (tree)
+            backup.files = std::move(tree->entries);
         const QString path = backup.save(link::BackupFolder());
         std::printf("%s\n", qPrintable(path));
         for (const auto& [address, gap] : scan.gaps())
             std::printf("%s: %s\n", qPrintable(model::Describe(address)), qPrintable(gap));
+        for (const auto& [file, gap] : tree ? tree->gaps : std::vector<std::pair<QString, QString>>{})
+            std::printf("%s: %s\n", qPrintable(file), qPrintable(gap));
         const link::ScanCounts& counts = scan.counts();
         std::printf("Items %u to %u: %zu held, %zu lacking, %zu busy, %zu refused (%zu entries with their indexes); "
-                    "%.1f s\n",
+                    "%s; %.1f s\n",
                     options.firstItem, options.lastItem, counts.held, counts.lacking, counts.busy, counts.refused,
-                    counts.entries, double(clock.nsecsElapsed()) / 1e9);
+                    counts.entries, qPrintable(files), double(clock.nsecsElapsed()) / 1e9);
         // A busy item is a gap in the backup: a script must know.
         return counts.busy > 0 ? 1 : 0;
     } catch (const TessalyError& error) {

@@ -92,7 +92,20 @@ std::optional<Options> ParseOptions(const QCoreApplication& app)
     const auto convert = option("convert", "Convert the NV file <in> (.json or .xqcn) into the file OUT given after "
                                            "it, of the other kind, and exit.",
                                 "in");
-    parser.addPositionalArgument(QStringLiteral("OUT"), QStringLiteral("With --convert, the file to write."),
+    const auto noFiles = option("no-files", "With --read --all-items, leave the handset's file system out of the "
+                                            "backup.");
+    const auto efsList = option("efs-list", "List the folder <path> of the file system of the handset on --port as "
+                                            "ls -l does (with --json, as a JSON array) and exit.",
+                                "path");
+    const auto efsGet = option("efs-get", "Copy the file <path> of the handset on --port to the local file given "
+                                          "after it, and exit.",
+                               "path");
+    const auto efsPut = option("efs-put", "Write the local <file> to the path of the handset on --port given after "
+                                          "it, keeping what was there first, and exit.",
+                               "file");
+    parser.addPositionalArgument(QStringLiteral("OUT"),
+                                 QStringLiteral("With --convert, the file to write; with --efs-get, the local file; "
+                                                "with --efs-put, the path on the handset."),
                                  QStringLiteral("[OUT]"));
     // A wrong option is bad usage, exit status 2; process() would exit with 1.
     if (!parser.parse(QCoreApplication::arguments())) {
@@ -127,8 +140,10 @@ std::optional<Options> ParseOptions(const QCoreApplication& app)
     options.probe = parser.isSet(probe);
     options.json = parser.isSet(json);
     options.probeTime = *probeMs;
-    if ((options.probe || options.json) && !options.listPorts)
-        return refuse(QStringLiteral("--probe and --json go with --list-ports"));
+    if (options.probe && !options.listPorts)
+        return refuse(QStringLiteral("--probe goes with --list-ports"));
+    if (options.json && !options.listPorts && !parser.isSet(efsList))
+        return refuse(QStringLiteral("--json goes with --list-ports or --efs-list"));
     options.pace = *paceMs;
     options.replyTime = *replyMs;
     options.allItems = parser.isSet(allItems) || parser.isSet(items);
@@ -140,17 +155,44 @@ std::optional<Options> ParseOptions(const QCoreApplication& app)
     options.inFlight = parser.value(inFlight).toInt(&number);
     if (!number || options.inFlight < 1 || options.inFlight > 8)
         return refuse(QStringLiteral("--in-flight wants a number of 1 to 8, not \"%1\"").arg(parser.value(inFlight)));
-    if (!parser.isSet(convert) && !parser.positionalArguments().isEmpty())
-        return refuse(QStringLiteral("\"%1\" is not an option; a file comes alone only after --convert IN")
+    const bool secondFile = parser.isSet(convert) || parser.isSet(efsGet) || parser.isSet(efsPut);
+    if (!secondFile && !parser.positionalArguments().isEmpty())
+        return refuse(QStringLiteral("\"%1\" is not an option; a file comes alone only after --convert IN, --efs-get "
+                                     "PATH or --efs-put FILE")
                           .arg(parser.positionalArguments()[0]));
+    options.noFiles = parser.isSet(noFiles);
+    if (options.noFiles && !(options.read && options.allItems))
+        return refuse(QStringLiteral("--no-files narrows the full backup of --read --all-items"));
+    const std::pair<QCommandLineOption, Options::FileWork> works[]
+        = {{efsList, Options::FileWork::List}, {efsGet, Options::FileWork::Get}, {efsPut, Options::FileWork::Put}};
+    for (const auto& [work, kind] : works) {
+        if (!parser.isSet(work))
+            continue;
+        if (options.fileWork != Options::FileWork::None)
+            return refuse(QStringLiteral("--efs-list, --efs-get and --efs-put go one at a time"));
+        options.fileWork = kind;
+        options.efsFrom = parser.value(work);
+        if (kind != Options::FileWork::List) {
+            if (parser.positionalArguments().size() != 1)
+                return refuse(QStringLiteral("--%1 wants the file to write after the one to read").arg(work.names()[0]));
+            options.efsTo = parser.positionalArguments()[0];
+        }
+        const QString& onHandset = kind == Options::FileWork::Put ? options.efsTo : options.efsFrom;
+        if (!onHandset.startsWith(QLatin1Char('/')) || onHandset.contains(QLatin1String("//")))
+            return refuse(QStringLiteral("\"%1\" is not a path on the handset: it starts at its root, as "
+                                         "/nv/item_files does")
+                              .arg(onHandset));
+    }
     if (parser.isSet(convert)) {
         if (parser.positionalArguments().size() != 1)
             return refuse(QStringLiteral("--convert IN OUT wants the file to write after the one to read"));
         options.convertFrom = parser.value(convert);
         options.convertTo = parser.positionalArguments()[0];
     }
-    if ((options.read || options.info || !options.restoreBackup.isEmpty()) && options.port.isEmpty())
-        return refuse(QStringLiteral("--read, --info and --restore-backup work on a real handset: give its --port"));
+    if ((options.read || options.info || !options.restoreBackup.isEmpty() || options.fileWork != Options::FileWork::None)
+        && options.port.isEmpty())
+        return refuse(QStringLiteral("--read, --info, --restore-backup and the --efs commands work on a real handset: "
+                                     "give its --port"));
     return options;
 }
 

@@ -37,6 +37,14 @@ struct Options {
     int inFlight = 4;
     QString convertFrom{}; // --convert: this file into convertTo
     QString convertTo{};
+    // The handset's file system: --efs-list lists efsFrom; --efs-get copies
+    // the handset's efsFrom to the local efsTo; --efs-put the local efsFrom
+    // to the handset's efsTo. A full backup holds the file system unless
+    // noFiles.
+    enum class FileWork { None, List, Get, Put } fileWork = FileWork::None;
+    QString efsFrom{};
+    QString efsTo{};
+    bool noFiles = false;
 };
 
 // Reads the command line of `app`. --help and --version are answered and

@@ -5,10 +5,13 @@
 
 namespace halvane {
 
-// Writes the backup at `path`, an NV file or an XQCN file, to the real handset, printing each item's
-// outcome on standard output as it happens and any fault on standard error.
-// Items the catalogue does not know are written only with `allItems`. Gives
-// the exit status: 0 when every item that was to be written was.
-int RestoreFromBackup(const QString& path, Handset& handset, bool allItems);
+// Writes the backup --restore-backup names, an NV file or an XQCN file, to
+// the real handset: its items, then its files, printing each one's outcome on
+// standard output as it happens and any fault on standard error. Items the
+// catalogue does not know, and files the handset does not have, are written
+// only with --all-items. A part of an XQCN file that halvane does not know is
+// named. Gives the exit status: 0 when every item and file that was to be
+// written was and nothing was passed over.
+int RestoreFromBackup(const Options& options, Handset& handset);
 
 } // namespace halvane

@@ -5,12 +5,14 @@
 // file, prints the file's path and exits; every box meanwhile is told on
 // standard error. --read and --restore-backup work on a real handset without
 // a window; --read --all-items keeps every NV item, --info tells what the
-// handset says of itself, --convert turns an NV file into an XQCN file or
-// back, --list-ports tells the serial ports and --port auto takes the one
-// where a handset answers. With --message TEXT it shows the panel's own
+// handset says of itself, --efs-list, --efs-get and --efs-put work with its
+// file system, --convert turns an NV file into an XQCN file or back,
+// --list-ports tells the serial ports and --port auto takes the one where a
+// handset answers. With --message TEXT it shows the panel's own
 // message box, with --edit ROW,COLUMN the editor of that cell, as a double
 // click opens it.
 #include "Convert.h"
+#include "Files.h"
 #include "FullBackup.h"
 #include "Handset.h"
 #include "Options.h"
@@ -62,7 +64,7 @@ int main(int argc, char** argv)
         return halvane::Convert(options.convertFrom, options.convertTo);
     const bool unattended
         = DrawsNowhere() || !options.screenshot.isEmpty() || options.read || options.info
-          || !options.restoreBackup.isEmpty();
+          || !options.restoreBackup.isEmpty() || options.fileWork != halvane::Options::FileWork::None;
     halvane::UnattendedDialogs dialogs;
     if (unattended)
         app.installEventFilter(&dialogs);
@@ -84,6 +86,12 @@ int main(int argc, char** argv)
     }
     if (options.info)
         return halvane::PrintIdentity(options);
+    switch (options.fileWork) {
+    case halvane::Options::FileWork::List: return halvane::ListFiles(options);
+    case halvane::Options::FileWork::Get: return halvane::GetFile(options);
+    case halvane::Options::FileWork::Put: return halvane::PutFile(options);
+    case halvane::Options::FileWork::None: break;
+    }
 
     // The panel draws its own title bar: the window has no other.
     QWidget window(nullptr, Qt::FramelessWindowHint);
@@ -94,7 +102,7 @@ int main(int argc, char** argv)
     if (!handset)
         return fail(failure);
     if (!options.restoreBackup.isEmpty())
-        return halvane::RestoreFromBackup(options.restoreBackup, *handset, options.allItems);
+        return halvane::RestoreFromBackup(options, *handset);
     if (options.read && options.allItems)
         return halvane::SaveFullBackup(options, *handset);
     if (options.read)

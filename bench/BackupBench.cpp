@@ -5,12 +5,12 @@
 // line in the same iteration. The scan's argument is the requests it keeps
 // on the way. Then the same with a latency of 1 ms a reply, as a handset
 // behind USB answers, over items 0 to 4095 to keep the run short.
+#include "Emulator.h"
+
 #include "link/FrameCodec.h"
 #include "link/ItemScan.h"
 
 #include <QElapsedTimer>
-#include <QProcess>
-#include <QTemporaryDir>
 
 #include <benchmark/benchmark.h>
 
@@ -24,28 +24,6 @@ namespace {
 using namespace tessaly;
 
 constexpr uint16_t LatencyLast = 4095;
-
-class Emulator {
-public:
-    explicit Emulator(const QStringList& options = {})
-    {
-        m_process.start(QStringLiteral(TESSALY_EMU),
-                        QStringList{QStringLiteral("--state"), m_folder.filePath(QStringLiteral("nv.json"))} + options);
-        m_process.waitForReadyRead(5000);
-        m_port = QString::fromLocal8Bit(m_process.readLine()).trimmed();
-    }
-    ~Emulator()
-    {
-        m_process.kill();
-        m_process.waitForFinished();
-    }
-    const QString& port() const { return m_port; }
-
-private:
-    QTemporaryDir m_folder;
-    QProcess m_process;
-    QString m_port;
-};
 
 // The least a client can do: one request written, its reply read with
 // blocking reads, the next request.

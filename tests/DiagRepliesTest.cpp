@@ -168,3 +168,24 @@ TEST(DiagReplies, SubsystemNvBySubscriptionAndCallManagerState)
     EXPECT_EQ(std::tuple(cm.operatingMode, cm.systemMode, cm.bandPreference), std::tuple(5u, 2u, 0x3FFFFFFFu));
     EXPECT_EQ(EncodeCallManagerState(cm), state);
 }
+
+TEST(DiagReplies, EsnSpcAndNvItemRepliesAreTheBytesTheirParsersRead)
+{
+    // The ESN 8F3A21C4, little-endian after the command.
+    EXPECT_EQ(EncodeEsnReply(0x8F3A21C4), Hex("01" "c4213a8f"));
+    EXPECT_EQ(ParseEsn(EsnRequest(), Hex("01" "c4213a8f")), 0x8F3A21C4u);
+    // The SPC taken, refused, and the reply of a handset still locked.
+    EXPECT_EQ(EncodeSpcReply(true), Hex("4101"));
+    EXPECT_EQ(EncodeSpcReply(false), Hex("4100"));
+    EXPECT_EQ(SpcLockedReply(), Hex("42"));
+    // NV item 178 (0xB2) with its first data bytes, status 5 (inactive).
+    model::NvData data{};
+    data[0] = 0x31;
+    data[127] = 0x7E;
+    const QByteArray reply = Hex("26" "b200" "31") + QByteArray(126, '\0') + Hex("7e" "0500");
+    EXPECT_EQ(EncodeNvItemReply(CmdNvRead, {178, data, 5}), reply);
+    const NvItemReply parsed = ParseNvItem(NvItemRequest(CmdNvRead, uint16_t(178), {}), reply);
+    EXPECT_EQ(parsed.item, 178);
+    EXPECT_EQ(parsed.data, data);
+    EXPECT_EQ(parsed.status, 5);
+}

@@ -4,6 +4,7 @@
 #include "link/DiagControl.h"
 #include "link/DiagIdentity.h"
 #include "link/DiagSubsystem.h"
+#include "link/Efs2.h"
 #include "link/PacketBytes.h"
 
 namespace emu {
@@ -32,11 +33,13 @@ bool KnownSsid(uint16_t ssid)
 
 } // namespace
 
-HandsetAnswers::HandsetAnswers(model::NvMemory& memory, HandsetProfile profile, QString spc, int garbledItem)
+HandsetAnswers::HandsetAnswers(model::NvMemory& memory, HandsetProfile profile, QString spc, ItemFaults faults,
+                               EfsTree& files)
     : m_memory(memory)
     , m_profile(std::move(profile))
     , m_spc(spc.isEmpty() ? QStringLiteral("000000") : spc)
-    , m_garbledItem(garbledItem)
+    , m_faults(faults)
+    , m_files(files)
     , m_lockable(!spc.isEmpty())
     , m_locked(m_lockable)
     , m_mode(uint16_t(ControlMode::Online))
@@ -53,7 +56,7 @@ std::optional<QByteArray> HandsetAnswers::answer(const QByteArray& request)
     case link::CmdVersion:
         return link::EncodeVersion(m_profile.version);
     case link::CmdEsn:
-        return QByteArray(1, char(link::CmdEsn)) + esnBytes();
+        return link::EncodeEsnReply(esn());
     case link::CmdExtBuildId:
         if (!m_profile.hasBuildId)
             break;
@@ -62,7 +65,7 @@ std::optional<QByteArray> HandsetAnswers::answer(const QByteArray& request)
         return link::EncodeDiagVersion(m_profile.diagVersion);
     case link::CmdStatus: {
         link::StationStatus status;
-        status.esn = link::Little32(esnBytes(), 0);
+        status.esn = esn();
         status.rfMode = 1; // CDMA
         status.cdmaRxState = m_mode == uint16_t(ControlMode::Online) ? 3 : 0; // idle, or not receiving
         status.channel = m_profile.channel;
@@ -76,7 +79,7 @@ std::optional<QByteArray> HandsetAnswers::answer(const QByteArray& request)
         {
             const bool right = request.mid(1) == m_spc.toLatin1();
             m_locked = m_locked && !right;
-            return QByteArray::fromHex(right ? "4101" : "4100");
+            return link::EncodeSpcReply(right);
         }
     case link::CmdPassword:
         if (request.size() != link::PasswordRequestSize)
@@ -122,6 +125,8 @@ model::NvStatus HandsetAnswers::exchangeItem(bool write, uint16_t item, model::N
     }
     model::NvData kept{};
     model::NvStatus status = m_memory.read(address, kept);
+    if (!write && item == m_faults.busy && (m_faults.busyReads == 0 || ++m_busyReadsSeen <= m_faults.busyReads))
+        return model::NvStatus::Busy; // the reply carries what was sent
     if (!write) {
         data = kept;
         if (address.index >= 0)
@@ -129,7 +134,7 @@ model::NvStatus HandsetAnswers::exchangeItem(bool write, uint16_t item, model::N
     } else if (item == model::EsnItem) {
         status = model::NvStatus::ReadOnly;
     } else if (status != model::NvStatus::ReadOnly && status != model::NvStatus::NotValid) {
-        if (item == m_garbledItem)
+        if (item == m_faults.garbled)
             data[data.size() - 1] ^= 0x5A;
         status = m_memory.write(address, data);
         m_memory.commit();
@@ -139,11 +144,11 @@ model::NvStatus HandsetAnswers::exchangeItem(bool write, uint16_t item, model::N
 
 // The ESN as the handset keeps it: the first four bytes of its item,
 // little-endian.
-QByteArray HandsetAnswers::esnBytes()
+uint32_t HandsetAnswers::esn()
 {
     model::NvData esn{};
     m_memory.read({model::EsnItem, -1}, esn);
-    return QByteArray(reinterpret_cast<const char*>(esn.data()), 4);
+    return link::Little32(QByteArrayView(reinterpret_cast<const char*>(esn.data()), 4), 0);
 }
 
 QByteArray HandsetAnswers::nvItem(const QByteArray& request)
@@ -152,17 +157,15 @@ QByteArray HandsetAnswers::nvItem(const QByteArray& request)
         return ErrorReply(link::CmdBadLength, request);
     const bool write = uint8_t(request[0]) == link::CmdNvWrite;
     if (write && m_locked)
-        return QByteArray(1, char(link::CmdBadSpcMode));
-    const uint16_t item = link::Little16(request, 1);
-    model::NvData data{};
+        return link::SpcLockedReply();
+    link::NvItemReply reply;
+    reply.item = link::Little16(request, 1);
     // Byte by byte: GCC's bounds check under the sanitizers takes a pointer
     // into the request for one into QByteArray's shared empty array.
-    for (size_t i = 0; i < data.size(); ++i)
-        data[i] = uint8_t(request.at(qsizetype(i) + 3));
-    const model::NvStatus status = exchangeItem(write, item, data);
-    QByteArray reply = link::NvItemRequest(Command(request[0]), item, data);
-    reply[131] = char(uint16_t(status) & 0xFF);
-    return reply;
+    for (size_t i = 0; i < reply.data.size(); ++i)
+        reply.data[i] = uint8_t(request.at(qsizetype(i) + 3));
+    reply.status = uint16_t(exchangeItem(write, reply.item, reply.data));
+    return link::EncodeNvItemReply(Command(request[0]), reply);
 }
 
 QByteArray HandsetAnswers::subscriptionNv(const QByteArray& request)
@@ -172,7 +175,7 @@ QByteArray HandsetAnswers::subscriptionNv(const QByteArray& request)
         return ErrorReply(link::CmdBadLength, request);
     const auto command = link::SubsystemCommand(link::ReadSubsystemHeader(request)->command);
     if (command == link::NvWriteBySubscription && m_locked)
-        return QByteArray(1, char(link::CmdBadSpcMode));
+        return link::SpcLockedReply();
     // Items are kept for the subscriptions the handset has; the others do not exist.
     item->status = item->subscription < m_profile.subscriptions
         ? uint16_t(exchangeItem(command == link::NvWriteBySubscription, item->item, item->data))
@@ -188,6 +191,8 @@ QByteArray HandsetAnswers::subsystem(const QByteArray& request)
     if (header->subsystem == link::SubsysNv
         && (header->command == link::NvReadBySubscription || header->command == link::NvWriteBySubscription))
         return subscriptionNv(request);
+    if (header->subsystem == link::SubsysEfs)
+        return m_files.answer(request);
     if (header->subsystem == link::SubsysCallManager && header->command == link::CallManagerStateInfo) {
         link::CallManagerState state;
         // Idle; the operating mode as the call manager numbers it (online 5,
@@ -212,7 +217,7 @@ QByteArray HandsetAnswers::control(const QByteArray& request)
     if (!mode)
         return ErrorReply(link::CmdBadLength, request);
     if (m_locked)
-        return QByteArray(1, char(link::CmdBadSpcMode));
+        return link::SpcLockedReply();
     const bool offline = m_mode == uint16_t(ControlMode::OfflineAnalog) || m_mode == uint16_t(ControlMode::OfflineDigital);
     switch (ControlMode(*mode)) {
     case ControlMode::OfflineAnalog:
@@ -220,7 +225,7 @@ QByteArray HandsetAnswers::control(const QByteArray& request)
     case ControlMode::Online:
     case ControlMode::LowPower:
         m_mode = *mode;
-        return request;
+        return link::ControlRequest(ControlMode(*mode)); // taken: the request echoed
     case ControlMode::Reset:
         // A handset resets only from offline; it starts again online and
         // locked, with its memory as it was.
@@ -229,7 +234,7 @@ QByteArray HandsetAnswers::control(const QByteArray& request)
         m_mode = uint16_t(ControlMode::Online);
         m_locked = m_lockable;
         m_silentUntil = Clock::now() + ResetTime;
-        return request;
+        return link::ControlRequest(ControlMode::Reset);
     default:
         return ErrorReply(link::CmdBadParameter, request);
     }

@@ -1,8 +1,9 @@
 // The handset's answers to the diagnostic protocol, one request at a time:
 // its identity from its profile, NV items from its memory (plain and by
-// subscription), the SPC lock, mode changes, the log, event and message
-// configuration it keeps, and "bad command" for the rest, echoing the
-// request as a real handset does.
+// subscription), its file system through EFS2 (EfsAnswers.h), the SPC lock,
+// mode changes, the log, event and message configuration it keeps, and "bad
+// command" for the rest, echoing the request as a real handset does. Every
+// reply is built by the encoders of link/.
 //
 // An item kept with status 7 (read-only) or 8 (not valid) is answered with
 // that status, for reads and writes alike; the ESN is never written. A reset
@@ -10,6 +11,7 @@
 // handset again and leaves it silent for a moment while it starts.
 #pragma once
 
+#include "EfsAnswers.h"
 #include "HandsetProfile.h"
 
 #include "link/DiagLogging.h"
@@ -25,22 +27,30 @@
 
 namespace emu {
 
+// The faults of single NV items.
+struct ItemFaults {
+    int garbled = -1; // its writes keep other bytes than were sent
+    int busy = -1;    // its reads answer status 1, "busy"...
+    int busyReads = 0; // ...this many times, then as they should; 0: always
+};
+
 class HandsetAnswers {
 public:
     using Clock = std::chrono::steady_clock;
     static constexpr std::chrono::milliseconds ResetTime{1500};
 
     // `spc` locks NV writes and mode changes until it is given; none: the
-    // handset is unlocked and takes the factory SPC, 000000.
-    // Writes of `garbledItem` keep other bytes than were sent.
-    HandsetAnswers(tessaly::model::NvMemory& memory, HandsetProfile profile, QString spc, int garbledItem);
+    // handset is unlocked and takes the factory SPC, 000000. `files` is its
+    // file system, served when the profile has subsystem commands.
+    HandsetAnswers(tessaly::model::NvMemory& memory, HandsetProfile profile, QString spc, ItemFaults faults,
+                   EfsTree& files);
 
     // The reply to `request`, or nothing while the handset is silent.
     std::optional<QByteArray> answer(const QByteArray& request);
     bool silent() const { return Clock::now() < m_silentUntil; }
 
 private:
-    QByteArray esnBytes();
+    uint32_t esn();
     QByteArray nvItem(const QByteArray& request);
     QByteArray subscriptionNv(const QByteArray& request);
     QByteArray subsystem(const QByteArray& request);
@@ -54,7 +64,9 @@ private:
     tessaly::model::NvMemory& m_memory;
     HandsetProfile m_profile;
     QString m_spc;
-    int m_garbledItem;
+    ItemFaults m_faults;
+    int m_busyReadsSeen = 0;
+    EfsAnswers m_files;
     bool m_lockable; // locked at start and after a reset
     bool m_locked;
     uint16_t m_mode; // a ControlMode: online, offline or low power

@@ -1,13 +1,18 @@
 // tessaly-emu: a CDMA handset on a pseudo-terminal, answering the diagnostic
-// protocol from an NV memory file of the simulated handset's format. It
-// prints the terminal's path, then serves until it is stopped. The handset's
-// model (--model, or the state file's "handset" fields) says what it says of
-// itself and which commands it knows (HandsetAnswers.h); switches make the
-// faults of real handsets and lines (Faults.h), or mix them at random from a
-// seed (--chaos); --latency and --queue make a handset behind USB
-// (DelayedReplies.h).
+// protocol from an NV memory file of the simulated handset's format, and
+// serving its file system through EFS2 from a file beside it
+// ("<state>.efs.json", EfsStateFile.h; the factory tree of FactoryEfs.h when
+// there is none). It prints the terminal's path, then serves until it is
+// stopped. The handset's model (--model, or the state file's "handset"
+// fields) says what it says of itself and which commands it knows
+// (HandsetAnswers.h); switches make the faults of real handsets and lines
+// (Faults.h, and --garble and --busy for single items), or mix them at random
+// from a seed (--chaos); --efs-size makes a full disk; --latency and --queue
+// make a handset behind USB (DelayedReplies.h).
 #include "Chaos.h"
 #include "DelayedReplies.h"
+#include "EfsStateFile.h"
+#include "FactoryEfs.h"
 #include "Faults.h"
 #include "HandsetAnswers.h"
 #include "HandsetProfile.h"
@@ -32,11 +37,15 @@ using namespace tessaly;
 
 namespace {
 
-// The bytes that go out for `payload` as `plan` says, after its delay.
-QByteArray Deliver(QByteArray payload, const emu::ReplyPlan& plan)
+// The bytes that go out for `payload`, the reply to `request`, as `plan`
+// says, after its delay.
+QByteArray Deliver(const QByteArray& request, QByteArray payload, const emu::ReplyPlan& plan)
 {
-    if (plan.garbledRead && uint8_t(payload[0]) == link::CmdNvRead && payload.size() == link::NvPacketSize)
-        payload[130] = char(payload[130] ^ 0xA5); // the last data byte
+    if (plan.garbledRead && uint8_t(payload[0]) == link::CmdNvRead && payload.size() == link::NvPacketSize) {
+        link::NvItemReply item = link::ParseNvItem(request, payload);
+        item.data.back() ^= 0xA5;
+        payload = link::EncodeNvItemReply(link::CmdNvRead, item);
+    }
     std::this_thread::sleep_for(plan.delay);
     QByteArray frame = link::EncodeFrame(payload);
     if (plan.badCrc)
@@ -108,13 +117,20 @@ int main(int argc, char** argv)
         = option("garble", QStringLiteral("Keep other bytes than were written to NV <item>."), "item", "-1");
     const QCommandLineOption late
         = option("late", QStringLiteral("Answer request <n> only after <ms>."), "n:ms", "0:0");
+    const QCommandLineOption busy = option(
+        "busy", QStringLiteral("Answer the first <n> reads of NV <item> with status 1, busy; no n or 0: every read."),
+        "item[:n]");
+    const QCommandLineOption efsSize = option(
+        "efs-size", QStringLiteral("Give the file system room for <bytes> (the factory files and 512 KB by default)."),
+        "bytes");
     const QCommandLineOption chaos = option("chaos", QStringLiteral("Make the faults at random, from <seed>."), "seed");
     const QCommandLineOption latency = option(
         "latency", QStringLiteral("Send each reply <us> microseconds after its request, taking further requests meanwhile."),
         "us", "0");
     const QCommandLineOption queue
         = option("queue", QStringLiteral("With --latency, hold <n> requests at most; drop the rest."), "n", "4");
-    options.addOptions({state, model, spc, slow, badCrc, events, dead, garble, late, chaos, latency, queue});
+    options.addOptions({state, model, spc, slow, badCrc, events, dead, garble, busy, late, efsSize, chaos, latency,
+                        queue});
     // A wrong option is bad usage, exit status 2; process() would exit with 1.
     if (!options.parse(QCoreApplication::arguments())) {
         std::fprintf(stderr, "tessaly-emu: %s\n", qPrintable(options.errorText()));
@@ -139,6 +155,13 @@ int main(int argc, char** argv)
     const std::optional<int> lateRequest = Number(QStringLiteral("--late"), lateness.value(0), 0);
     const std::optional<int> lateMs = Number(QStringLiteral("--late"), lateness.value(1), 0);
     const std::optional<int> garbled = Number(QStringLiteral("--garble"), options.value(garble), -1);
+    const QStringList busyness = options.value(busy).split(QLatin1Char(':'));
+    const std::optional<int> busyItem
+        = options.isSet(busy) ? Number(QStringLiteral("--busy"), busyness.value(0), 0) : std::optional<int>(-1);
+    const std::optional<int> busyReads = Number(QStringLiteral("--busy"), busyness.value(1, QStringLiteral("0")), 0);
+    const std::optional<int> efsBytes = options.isSet(efsSize)
+        ? Number(QStringLiteral("--efs-size"), options.value(efsSize), 0)
+        : std::optional<int>(emu::FactoryEfsCapacity());
     const std::optional<int> latencyUs = Number(QStringLiteral("--latency"), options.value(latency), 0);
     const std::optional<int> held = Number(QStringLiteral("--queue"), options.value(queue), 1);
     bool seeded = true;
@@ -146,7 +169,8 @@ int main(int argc, char** argv)
     if (!seeded)
         std::fprintf(stderr, "tessaly-emu: --chaos wants a whole number of 0 or more, not \"%s\"\n",
                      qPrintable(options.value(chaos)));
-    if (!slowMs || !badEvery || !deadAfter || !lateRequest || !lateMs || !garbled || !latencyUs || !held || !seeded)
+    if (!slowMs || !badEvery || !deadAfter || !lateRequest || !lateMs || !garbled || !busyItem || !busyReads
+        || !efsBytes || !latencyUs || !held || !seeded)
         return 2;
 
     const int master = OpenTerminal();
@@ -155,6 +179,8 @@ int main(int argc, char** argv)
     model::FileNvMemory memory(options.value(state), model::Catalogue::BuiltIn().factory());
     QString problem = memory.lastProblem();
     profile = emu::WithFields(*profile, memory.fields()[QLatin1String("handset")].toObject(), problem);
+    const QString efsPath = emu::EfsPathBeside(options.value(state));
+    emu::EfsTree files(emu::LoadEfs(efsPath, problem), *efsBytes);
     if (!problem.isEmpty()) {
         std::fprintf(stderr, "tessaly-emu: %s\n", qPrintable(problem));
         return 1;
@@ -163,7 +189,7 @@ int main(int argc, char** argv)
     std::unique_ptr<emu::ChaosSchedule> schedule;
     if (options.isSet(chaos))
         schedule = std::make_unique<emu::ChaosSchedule>(seed);
-    emu::HandsetAnswers handset(memory, *profile, options.value(spc), *garbled);
+    emu::HandsetAnswers handset(memory, *profile, options.value(spc), {*garbled, *busyItem, *busyReads}, files);
     DelayedReplies delayed(master, std::chrono::microseconds(*latencyUs), size_t(*held));
 
     link::FrameDecoder decoder;
@@ -183,8 +209,15 @@ int main(int argc, char** argv)
             const emu::ReplyPlan plan = schedule ? schedule->next(emu::ChaosSchedule::Clock::now()) : faults.planFor(requests);
             if (plan.silent || !delayed.admit())
                 continue;
-            if (const std::optional<QByteArray> reply = handset.answer(request))
-                delayed.send(Deliver(*reply, plan));
+            const std::optional<QByteArray> reply = handset.answer(request);
+            // Kept before the reply goes out, so that what the client was
+            // told is what a restart finds.
+            if (files.takeChanged())
+                if (const QString unsaved = emu::SaveEfs(efsPath, files); !unsaved.isEmpty())
+                    std::fprintf(stderr, "tessaly-emu: the file system could not be saved to %s: %s\n",
+                                 qPrintable(efsPath), qPrintable(unsaved));
+            if (reply)
+                delayed.send(Deliver(request, *reply, plan));
         }
     }
 }

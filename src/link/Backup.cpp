@@ -69,13 +69,16 @@ Backup Backup::Load(const QString& path)
 {
     if (path.endsWith(QLatin1String(".xqcn"), Qt::CaseInsensitive)) {
         QFile source(path);
-        std::vector<model::NvEntry> items;
+        model::XqcnContents contents;
         const QString problem = !source.open(QIODevice::ReadOnly)
             ? QStringLiteral("it cannot be read: %1").arg(source.errorString())
-            : model::ReadXqcn(source.readAll(), IndexedItems(), items);
+            : model::ReadXqcn(source.readAll(), IndexedItems(), contents);
         if (!problem.isEmpty())
             throw TessalyError(errBackupUnreadable, QStringLiteral("The XQCN file %1 is refused: %2.").arg(path, problem));
-        return FromItems(std::move(items));
+        Backup backup = FromItems(std::move(contents.entries));
+        backup.files = std::move(contents.files);
+        backup.passedOver = std::move(contents.passedOver);
+        return backup;
     }
     model::NvFile file;
     if (const QString problem
@@ -125,8 +128,9 @@ QString SkipReason(const model::NvEntry& entry, NvStatus onHandset, const std::s
     if (entry.status != NvStatus::Done)
         return QStringLiteral("kept with the status: %1").arg(NvStatusText(uint16_t(entry.status)));
     // An inactive item exists but holds no value, as after a factory reset:
-    // the restore brings it back. The handset refuses the others.
-    if (model::Lacks(onHandset) && onHandset != NvStatus::Inactive)
+    // the restore brings it back. The handset refuses the others, and one
+    // that stays busy is not to be compared.
+    if (onHandset != NvStatus::Done && onHandset != NvStatus::Inactive)
         return QStringLiteral("this handset: %1").arg(NvStatusText(uint16_t(onHandset)));
     return {};
 }

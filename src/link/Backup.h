@@ -24,6 +24,7 @@ struct Backup {
     std::vector<model::NvEntry> items;
     bool full = false; // every item number of a range, not the catalogue's items
     std::vector<model::EfsEntry> files{}; // a full backup's file system, in the order of its walk
+    QStringList passedOver{}; // the streams of an XQCN file that Load did not understand (model::XqcnContents)
 
     // Saves into `folder` under a name of its own, "<ESN>-<time>.json" or for
     // a full backup "<ESN>-<time>-full.json"; gives the file's path. Throws
@@ -32,7 +33,8 @@ struct Backup {
     // The backup as an NV file, for a name of the caller's choosing.
     model::NvFile file() const;
     // Reads a backup of either kind, or an XQCN file (model/Xqcn.h, by its
-    // extension .xqcn), whose identity is that of its ESN and MEID items.
+    // extension .xqcn), whose identity is that of its ESN and MEID items and
+    // whose streams passed over are named in passedOver.
     // Throws TessalyError naming what is wrong with the file: any entry out
     // of range or of a wrong kind refuses the whole file.
     static Backup Load(const QString& path);

@@ -80,15 +80,10 @@ model::NvData NvDataAt(QByteArrayView packet, qsizetype at)
     return data;
 }
 
+// A request is laid out as its reply, with status 0.
 QByteArray NvItemRequest(Command command, uint16_t item, const model::NvData& data)
 {
-    QByteArray packet;
-    packet.reserve(NvPacketSize);
-    packet.append(char(command));
-    AppendLittle16(packet, item);
-    AppendNvData(packet, data);
-    AppendLittle16(packet, 0);
-    return packet;
+    return EncodeNvItemReply(command, {item, data, 0});
 }
 
 QByteArray NvItemRequest(Command command, model::NvAddress address, model::NvData data)
@@ -166,6 +161,42 @@ bool ParseSpc(QByteArrayView request, QByteArrayView reply)
 {
     CheckReply(request, reply, 2);
     return reply[1] == 1;
+}
+
+// An NV item reply has its request's layout (libqcdm's DMCmdNVReadWrite):
+// the command, the item (16 bits), 128 data bytes, the status (16 bits).
+QByteArray EncodeNvItemReply(Command command, const NvItemReply& reply)
+{
+    QByteArray packet = BareRequest(command);
+    packet.reserve(NvPacketSize);
+    AppendLittle16(packet, reply.item);
+    AppendNvData(packet, reply.data);
+    AppendLittle16(packet, reply.status);
+    return packet;
+}
+
+// The ESN reply as libqcdm's DMCmdEsnRsp lays it out: the command, then the
+// ESN, 32 bits little-endian.
+QByteArray EncodeEsnReply(uint32_t esn)
+{
+    QByteArray packet = BareRequest(CmdEsn);
+    AppendLittle32(packet, esn);
+    return packet;
+}
+
+// The SPC reply as libopenpst's QcdmSpcResponse lays it out: the command,
+// then one status byte, 1 when the code was taken.
+QByteArray EncodeSpcReply(bool taken)
+{
+    QByteArray packet = BareRequest(CmdSpc);
+    packet.append(char(taken ? 1 : 0));
+    return packet;
+}
+
+// The code 0x42 alone, as libqcdm names it (DIAG_CMD_BAD_SPC_MODE).
+QByteArray SpcLockedReply()
+{
+    return BareRequest(CmdBadSpcMode);
 }
 
 QString NvStatusText(uint16_t status)

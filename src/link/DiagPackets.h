@@ -58,6 +58,7 @@ enum LinkError : int32_t {
     errPortUnavailable = 2011, // a port that cannot be opened, or was lost
     errHandsetSilent = 2012, // no reply, or only damaged ones
     errRequestsDropped = 2040, // a request the handset keeps dropping
+    errEfsRefused = 2050, // the handset's file system refused an operation, with its errno
 };
 
 // An NV item request or reply: command, item number, 128 data bytes, status.
@@ -105,6 +106,13 @@ NvItemReply ParseNvItem(QByteArrayView request, QByteArrayView reply);
 uint32_t ParseEsn(QByteArrayView request, QByteArrayView reply);
 // Whether the handset took the SPC.
 bool ParseSpc(QByteArrayView request, QByteArrayView reply);
+
+// The handset's side: the replies the parsers above read.
+QByteArray EncodeNvItemReply(Command command, const NvItemReply& reply);
+QByteArray EncodeEsnReply(uint32_t esn);
+QByteArray EncodeSpcReply(bool taken);
+// The reply of a locked handset to a command its SPC guards.
+QByteArray SpcLockedReply();
 
 // What an NV status means, for the user.
 QString NvStatusText(uint16_t status);

@@ -40,7 +40,7 @@ NvStatus LiveNvMemory::read(model::NvAddress address, model::NvData& data)
         std::this_thread::sleep_for(BusyWait);
         reply = exchange(CmdNvRead, address, {});
     }
-    if (model::Lacks(NvStatus(reply.status))) {
+    if (model::Lacks(NvStatus(reply.status)) || reply.status == uint16_t(NvStatus::Busy)) {
         reply.data.fill(0);
         if (address.index >= 0)
             reply.data[0] = uint8_t(address.index);

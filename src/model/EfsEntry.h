@@ -16,18 +16,20 @@
 namespace tessaly::model {
 
 struct EfsEntry {
-    QString path;      // absolute: "/nv/item_files/modem/mmode/sms_domain_pref"
+    QString path{};    // absolute: "/nv/item_files/modem/mmode/sms_domain_pref"
     uint32_t mode = 0;
     int32_t mtime = 0; // seconds, as the handset keeps them
-    QByteArray data;   // a file's bytes
-    QString target;    // a link's target
+    QByteArray data{}; // a file's bytes
+    QString target{};  // a link's target
 
     bool operator==(const EfsEntry&) const = default;
 };
 
 inline constexpr uint32_t EfsModeKind = 0170000;
 inline constexpr uint32_t EfsModeFolder = 0040000;
+inline constexpr uint32_t EfsModeFile = 0100000;
 inline constexpr uint32_t EfsModeLink = 0120000;
+inline constexpr uint32_t EfsModeItemFile = 0160000;
 
 inline bool IsEfsFolder(const EfsEntry& entry) { return (entry.mode & EfsModeKind) == EfsModeFolder; }
 inline bool IsEfsLink(const EfsEntry& entry) { return (entry.mode & EfsModeKind) == EfsModeLink; }

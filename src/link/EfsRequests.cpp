@@ -1,0 +1,107 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "link/EfsRequests.h"
+
+#include <QDeadlineTimer>
+
+#include <algorithm>
+
+namespace tessaly::link {
+
+namespace {
+
+// Whether a reply of `command` names the request it answers.
+bool Keyed(EfsCommand command)
+{
+    return command == EfsRead || command == EfsWrite || command == EfsReaddir;
+}
+
+} // namespace
+
+EfsRequests::EfsRequests(SerialLink& link, int inFlight, std::chrono::milliseconds replyTime)
+    : m_link(link)
+    , m_inFlight(std::clamp(inFlight, 1, 8))
+    , m_replyTime(replyTime)
+{
+}
+
+void EfsRequests::post(const EfsRequest& request, Done done)
+{
+    m_waiting.push_back({EncodeEfsRequest(request), request.command, std::move(done)});
+}
+
+bool EfsRequests::mayGo(const Request& request, Clock::time_point now) const
+{
+    if (Keyed(request.command))
+        return true;
+    const auto quiet = m_quietUntil.find(request.command);
+    return (quiet == m_quietUntil.end() || now >= quiet->second)
+        && std::none_of(m_onTheWay.begin(), m_onTheWay.end(),
+                        [&](const Request& other) { return other.command == request.command; });
+}
+
+bool EfsRequests::take(const QByteArray& frame)
+{
+    const auto answered = std::find_if(m_onTheWay.begin(), m_onTheWay.end(),
+                                       [&](const Request& request) { return EfsAnswers(request.bytes, frame); });
+    if (answered == m_onTheWay.end())
+        return false; // a log, an event, a late or second reply
+    Request request = std::move(*answered);
+    m_onTheWay.erase(answered);
+    if (request.again && !Keyed(request.command))
+        m_quietUntil[request.command] = Clock::now() + m_replyTime;
+    request.done(ParseEfsReply(request.bytes, frame));
+    return true;
+}
+
+void EfsRequests::run()
+{
+    QDeadlineTimer deadline(m_replyTime);
+    int silences = 0;
+    while (!m_waiting.empty() || !m_onTheWay.empty()) {
+        const Clock::time_point now = Clock::now();
+        for (auto waiting = m_waiting.begin();
+             waiting != m_waiting.end() && m_onTheWay.size() < size_t(m_inFlight);) {
+            if (!mayGo(*waiting, now)) {
+                ++waiting;
+                continue;
+            }
+            m_link.send(waiting->bytes);
+            m_onTheWay.push_back(std::move(*waiting));
+            waiting = m_waiting.erase(waiting);
+        }
+        if (m_onTheWay.empty()) {
+            // Everything waits for a quiet spell: late replies are taken in
+            // and passed over meanwhile.
+            int damaged = 0;
+            m_link.receive(std::chrono::milliseconds(10), damaged);
+            deadline.setRemainingTime(m_replyTime);
+            continue;
+        }
+        int damaged = 0;
+        const std::vector<QByteArray> frames = m_link.receive(
+            std::chrono::milliseconds(std::max<qint64>(1, deadline.remainingTime())), damaged);
+        bool answered = false;
+        for (const QByteArray& frame : frames)
+            answered = take(frame) || answered;
+        const auto again = [&](Request& request) {
+            request.again = true;
+            ++m_resent;
+            m_link.send(request.bytes);
+        };
+        if (damaged > 0 && !m_onTheWay.empty())
+            again(m_onTheWay.front());
+        if (answered) {
+            silences = 0;
+            deadline.setRemainingTime(m_replyTime);
+        } else if (deadline.hasExpired()) {
+            if (++silences >= 2)
+                FailSilent(m_link.portName(), m_replyTime);
+            for (Request& request : m_onTheWay)
+                again(request);
+            deadline.setRemainingTime(m_replyTime);
+        }
+    }
+}
+
+} // namespace tessaly::link
