@@ -1,7 +1,8 @@
 // halvane's full backup against tessaly-emu: every item number read, items
 // beyond the catalogue kept with every byte and restored to a fresh handset
 // of the same identity, directly and through XQCN; a line that dies half-way
-// keeps nothing; damaged files of each kind are refused whole.
+// or an item that fails keeps nothing; no file is written over; damaged
+// files of each kind are refused whole.
 #include "link/ItemScan.h"
 #include "model/Catalogue.h"
 #include "model/NvFile.h"
@@ -131,16 +132,53 @@ TEST_F(FullBackupTest, EveryItemIsKeptAndRestoredToAFreshHandsetByteForByteDirec
     EXPECT_EQ(Differences(restoreToFresh(file("backup.xqcn")), Original()), "");
 }
 
-TEST_F(FullBackupTest, LineDyingHalfWayKeepsNothingAndTellsWhereItStopped)
+TEST_F(FullBackupTest, LineDyingOrAFailedItemHalfWayKeepsNothingAndTellsWhereItStopped)
 {
-    const Outcome run
+    Outcome run
         = halvane({"--port", start(Original(), {"--dead-after", "3000"}), "--read", "--all-items", "--reply-time", "100"});
     EXPECT_EQ(run.status, 1);
     EXPECT_TRUE(run.err.contains(QLatin1String("halvane: The full backup stopped at NV item ")));
     EXPECT_TRUE(run.err.contains(QLatin1String("does not answer")) && run.err.contains(QLatin1String("Nothing was kept")))
         << qPrintable(run.err);
     EXPECT_EQ(run.out, "");
+
+    // A status that is neither held nor lacking: the item is not known to be
+    // safe to leave out.
+    Items failing = Original();
+    failing[{2, -1}].status = NvStatus::Failed;
+    run = halvane({"--port", start(failing), "--read", "--items", "0-100"});
+    EXPECT_EQ(run.status, 1);
+    EXPECT_TRUE(run.err.contains(QLatin1String("halvane: The full backup stopped at NV item 2, ")))
+        << qPrintable(run.err);
+    EXPECT_TRUE(run.err.contains(QLatin1String("NV item 2 could not be read")) && run.err.contains(QLatin1String("Nothing was kept")))
+        << qPrintable(run.err);
+    EXPECT_EQ(run.out, "");
     EXPECT_TRUE(backups().isEmpty());
+}
+
+// A backup or a conversion never takes the place of a file already there:
+// two backups of one handset within the same second are both kept.
+TEST_F(FullBackupTest, NoBackupOrConversionIsWrittenOverAnEarlierFile)
+{
+    tessaly::link::Backup backup = tessaly::link::Backup::FromItems({Held({0, -1}, {0xC4, 0x21, 0x3A, 0x8F})});
+    backup.time = QDateTime(QDate(2024, 3, 20), QTime(9, 30));
+    const QString first = backup.save(folder.path());
+    backup.items[0].data[127] = 1;
+    const QString second = backup.save(folder.path());
+    EXPECT_NE(first.toStdString(), second.toStdString());
+    const NvAddress esn{0, -1};
+    EXPECT_EQ(read(first, NvFileKind::FullBackup)[esn].data[127], 0) << "the first one as it was";
+    EXPECT_EQ(read(second, NvFileKind::FullBackup)[esn].data[127], 1);
+
+    QFile taken(file("taken.xqcn"));
+    ASSERT_TRUE(taken.open(QIODevice::WriteOnly));
+    taken.write("someone else's");
+    taken.close();
+    const Outcome run = halvane({"--convert", first, file("taken.xqcn")});
+    EXPECT_EQ(run.status, 1);
+    EXPECT_TRUE(run.err.contains(QLatin1String("is there already"))) << qPrintable(run.err);
+    ASSERT_TRUE(taken.open(QIODevice::ReadOnly));
+    EXPECT_EQ(taken.readAll(), "someone else's");
 }
 
 TEST_F(FullBackupTest, DamagedFileOfEitherKindIsRefusedWholeAndNothingIsWritten)

@@ -98,6 +98,11 @@ TEST_F(HalvaneTest, RestoreKeepsTheHandsetFirstAndWritesOnlyWhatItMay)
     const QString backup = changedBackup(backups()[0], [](NvFile& file) {
         EntryOf(file, Mdn).data[1] = '9';
         EntryOf(file, LifeTime).data[0] = 1;
+        // As a backup of a handset that lacked the item then keeps it: not
+        // bytes to write, though this handset holds other ones.
+        NvEntry& lacked = EntryOf(file, NamName);
+        lacked.status = NvStatus::NotValid;
+        lacked.data = {0};
     });
     const Outcome locked = halvane({"--port", port, "--restore-backup", backup});
     EXPECT_EQ(locked.status, 1);
@@ -106,22 +111,37 @@ TEST_F(HalvaneTest, RestoreKeepsTheHandsetFirstAndWritesOnlyWhatItMay)
     EXPECT_EQ(run.status, 0) << qPrintable(run.err);
     EXPECT_TRUE(run.out.contains(QLatin1String("NV item 178 (index 0): restored"))) << qPrintable(run.out);
     EXPECT_TRUE(run.out.contains(QLatin1String("NV item 55: skipped (counter)")));
-    EXPECT_TRUE(run.out.contains(QLatin1String("What the handset held before is kept in")));
+    EXPECT_TRUE(run.out.contains(QLatin1String("NV item 43 (index 0): skipped (kept with the status")))
+        << qPrintable(run.out);
+    EXPECT_TRUE(run.out.contains(QLatin1String("NV item 71: unchanged"))) << qPrintable(run.out);
     EXPECT_EQ(backups().size(), 3) << "one read, and what each restore found";
     EXPECT_EQ(memory()[Mdn].data[1], '9');
     EXPECT_EQ(memory()[LifeTime].data, Catalogue::BuiltIn().factory().at(LifeTime));
+    EXPECT_EQ(memory()[NamName].data, Catalogue::BuiltIn().factory().at(NamName));
+
+    // What the handset held is kept before the first write: the old MDN.
+    static const QRegularExpression kept(QStringLiteral("What the handset held before is kept in (\\S+)"));
+    const QRegularExpressionMatch match = kept.match(run.out);
+    ASSERT_TRUE(match.hasMatch()) << qPrintable(run.out);
+    EXPECT_EQ(read(match.captured(1), NvFileKind::Backup)[Mdn].data, Catalogue::BuiltIn().factory().at(Mdn));
 }
 
 TEST_F(HalvaneTest, BackupOfAnotherHandsetOrWithABadEntryIsRefusedBeforeAnyWrite)
 {
     const QString port = start();
     ASSERT_EQ(halvane({"--port", port, "--read"}).status, 0);
-    QString backup = changedBackup(backups()[0], [](NvFile& file) {
-        EntryOf(file, Mdn).data[1] = '9';
-        file.fields[QLatin1String("esn")] = QStringLiteral("12345678");
-    });
-    EXPECT_TRUE(halvane({"--port", port, "--restore-backup", backup}).err.contains(QLatin1String("another handset")));
-    backup = changedBackup(backups()[0], [](NvFile& file) { EntryOf(file, Mdn).data[1] = '9'; });
+    // Either half of the identity differing is another handset.
+    for (const char* field : {"esn", "meid"}) {
+        const QString backup = changedBackup(backups()[0], [field](NvFile& file) {
+            EntryOf(file, Mdn).data[1] = '9';
+            QString identity = file.fields[QLatin1String(field)].toString();
+            identity.back() = identity.back() == u'0' ? u'1' : u'0';
+            file.fields[QLatin1String(field)] = identity;
+        });
+        EXPECT_TRUE(halvane({"--port", port, "--restore-backup", backup}).err.contains(QLatin1String("another handset")))
+            << field;
+    }
+    const QString backup = changedBackup(backups()[0], [](NvFile& file) { EntryOf(file, Mdn).data[1] = '9'; });
     QFile text(backup);
     ASSERT_TRUE(text.open(QIODevice::ReadWrite));
     const QByteArray bad = text.readAll().replace("\"item\": 82,", "\"item\": 70000,");

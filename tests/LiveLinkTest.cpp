@@ -81,6 +81,19 @@ TEST_F(LiveLinkTest, LineDyingMidWriteTellsWhatWasWrittenAndTheBarComesBack)
     EXPECT_TRUE(panel().picCommand(1)->isEnabled()) << "the command bar is back at rest";
 }
 
+// The line lasts for one read only: a write that went out would find it
+// dead. An item the catalogue protects is refused here, whoever asks.
+TEST_F(LiveLinkTest, ProtectedItemIsNeverSentToTheHandset)
+{
+    link::SerialLink line(start({"--dead-after", "1"}), 100ms);
+    link::LiveNvMemory memory(line, {});
+    const model::NvAddress lifeTime{55, -1}; // a counter
+    model::NvData counter{};
+    ASSERT_EQ(memory.read(lifeTime, counter), model::NvStatus::Done);
+    ++counter[0];
+    EXPECT_EQ(memory.write(lifeTime, counter), model::NvStatus::ReadOnly);
+}
+
 TEST_F(LiveLinkTest, WindowKeepsPaintingWhileALiveCommandWaits)
 {
     link::SerialLink line(start(), 1s);

@@ -46,6 +46,20 @@ PseudoTerminal::Answer Backwards()
     };
 }
 
+// A handset that lets the first `ignored` requests go by without a word, as
+// one busy for a moment does, and answers every later one at once with the
+// request's own bytes: an NV read of status 0 and zero data.
+PseudoTerminal::Answer DeafAtFirst(int ignored)
+{
+    return [decoder = FrameDecoder(), ignored](QByteArrayView received) mutable {
+        QByteArray replies;
+        for (const QByteArray& request : decoder.feed(received))
+            if (ignored-- <= 0)
+                replies += EncodeFrame(request);
+        return replies;
+    };
+}
+
 } // namespace
 
 TEST(Pipeline, RepliesInAnyOrderAreMatchedByItemAndIndex)
@@ -115,4 +129,18 @@ TEST(Pipeline, SilentHandsetStopsTheScanNamingTheItem)
             << qPrintable(error.description());
         EXPECT_TRUE(error.description().contains(QLatin1String("does not answer")));
     }
+}
+
+TEST(Pipeline, HandsetSilentForOneReplyTimeIsAskedAgainAndTheReadGoesOn)
+{
+    // The whole first batch goes unanswered: only the silence tells.
+    PseudoTerminal handset(DeafAtFirst(4));
+    SerialLink line(handset.path(), 200ms);
+    const std::vector<NvAddress> addresses{{10, -1}, {11, -1}, {12, -1}, {13, -1}, {14, -1}, {15, -1}};
+    size_t taken = 0;
+    Pipeline(line, 4, 200ms).read(addresses, [&](size_t position, const ItemAnswer& answer) {
+        EXPECT_EQ(position, taken++);
+        EXPECT_EQ(answer.reply.item, addresses[position].item);
+    });
+    EXPECT_EQ(taken, addresses.size());
 }

@@ -9,6 +9,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
+#include <QDeadlineTimer>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -141,6 +142,20 @@ protected:
     }
 
     QString holding() const { return system.path("/proc/812/fd/7"); }
+
+    // Whether the stand-in says `line` within five seconds.
+    bool modemManagerSays(const QByteArray& line)
+    {
+        const QDeadlineTimer deadline(5000);
+        while (true) {
+            while (modemManager.canReadLine())
+                if (modemManager.readLine().trimmed() == line)
+                    return true;
+            if (deadline.hasExpired())
+                return false;
+            modemManager.waitForReadyRead(int(std::max<qint64>(1, deadline.remainingTime())));
+        }
+    }
 };
 
 TEST_F(ModemManagerTest, LetsGoOfTheHandsetsPortWhenAskedForANamedPortOrAuto)
@@ -151,7 +166,9 @@ TEST_F(ModemManagerTest, LetsGoOfTheHandsetsPortWhenAskedForANamedPortOrAuto)
     EXPECT_TRUE(named.err.contains(QLatin1String("ModemManager let go of /dev/ttyUSB0 for as long as halvane runs.")))
         << qPrintable(named.err);
 
-    system.hold(812, "ModemManager", "/dev/ttyUSB0");
+    // The device is left alone for as long as halvane is on the bus, and
+    // taken back when it leaves.
+    EXPECT_TRUE(modemManagerSays("taken back"));
     const Outcome automatic = halvane({"--port", "auto", "--read", "--probe-time", HandsetProbeTime});
     EXPECT_EQ(automatic.status, 0) << qPrintable(automatic.err);
     EXPECT_TRUE(automatic.err.contains(QLatin1String("ModemManager let go of /dev/ttyUSB0"))) << qPrintable(automatic.err);
@@ -179,6 +196,7 @@ TEST_F(ModemManagerTest, RefusalOrAnUnknownDeviceNamesTheUdevRuleAndHowToLoadIt)
         const char* told;
     } cases[] = {
         {{"--refuse"}, "refused to let go of it (Not authorized to inhibit devices)"},
+        {{"--deny"}, "refused to let go of it (Rejected send message"},
         {{"--uid", "/sys/devices/elsewhere"}, "does not know its device"},
     };
     for (const auto& each : cases) {

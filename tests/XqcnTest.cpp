@@ -241,6 +241,9 @@ TEST(Xqcn, DamagedFileIsRefusedWholeNamingWhatAndWhere)
         {XqcnWith(good + " 00"), "137 bytes, not a whole number of 136-byte records"},
         {XqcnWith(good, 130), "holds 136 bytes where its Length says \"130\""},
         {XqcnWith(good.left(30) + "G0" + good.mid(32)), "holds \"G0\" at byte 10"},
+        // One digit or three are no byte, though the count of bytes agrees.
+        {XqcnWith(good.left(30) + "0" + good.mid(32), 136), "holds \"0\" at byte 10"},
+        {XqcnWith(good.left(30) + "100" + good.mid(32), 136), "holds \"100\" at byte 10"},
         {XqcnWith(good + ' ' + good), "lists NV item 1 twice"},
     };
     for (const Case& c : cases) {
