@@ -132,28 +132,34 @@ TEST_F(FullBackupTest, EveryItemIsKeptAndRestoredToAFreshHandsetByteForByteDirec
     EXPECT_EQ(Differences(restoreToFresh(file("backup.xqcn")), Original()), "");
 }
 
-TEST_F(FullBackupTest, LineDyingOrAFailedItemHalfWayKeepsNothingAndTellsWhereItStopped)
+TEST_F(FullBackupTest, LineDyingHalfWayKeepsNothingAndTellsWhereItStopped)
 {
-    Outcome run
+    const Outcome run
         = halvane({"--port", start(Original(), {"--dead-after", "3000"}), "--read", "--all-items", "--reply-time", "100"});
     EXPECT_EQ(run.status, 1);
     EXPECT_TRUE(run.err.contains(QLatin1String("halvane: The full backup stopped at NV item ")));
     EXPECT_TRUE(run.err.contains(QLatin1String("does not answer")) && run.err.contains(QLatin1String("Nothing was kept")))
         << qPrintable(run.err);
     EXPECT_EQ(run.out, "");
+    EXPECT_TRUE(backups().isEmpty());
+}
 
-    // A status that is neither held nor lacking: the item is not known to be
-    // safe to leave out.
+TEST_F(FullBackupTest, ItemOfAFaultStatusIsKeptWithItToldCountedAndNeverRestored)
+{
     Items failing = Original();
     failing[{2, -1}].status = NvStatus::Failed;
-    run = halvane({"--port", start(failing), "--read", "--items", "0-100"});
-    EXPECT_EQ(run.status, 1);
-    EXPECT_TRUE(run.err.contains(QLatin1String("halvane: The full backup stopped at NV item 2, ")))
-        << qPrintable(run.err);
-    EXPECT_TRUE(run.err.contains(QLatin1String("NV item 2 could not be read")) && run.err.contains(QLatin1String("Nothing was kept")))
-        << qPrintable(run.err);
-    EXPECT_EQ(run.out, "");
-    EXPECT_TRUE(backups().isEmpty());
+    const QString port = start(failing);
+    Outcome run = halvane({"--port", port, "--read", "--items", "0-100", "--no-files"});
+    EXPECT_EQ(run.status, 0) << qPrintable(run.err);
+    EXPECT_TRUE(run.out.contains(QLatin1String("NV item 2: kept with the status: the NV memory failed\n")))
+        << qPrintable(run.out);
+    EXPECT_TRUE(run.out.contains(QLatin1String(", 0 busy, 1 refused ("))) << qPrintable(run.out);
+    const QString backup = run.out.section(QLatin1Char('\n'), 0, 0);
+    EXPECT_EQ(read(backup, NvFileKind::FullBackup).at({2, -1}).status, NvStatus::Failed);
+
+    run = halvane({"--port", port, "--restore-backup", backup, "--all-items"});
+    EXPECT_TRUE(run.out.contains(QLatin1String("NV item 2: skipped (kept with the status: the NV memory failed)")))
+        << qPrintable(run.out);
 }
 
 // A backup or a conversion never takes the place of a file already there:

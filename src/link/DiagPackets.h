@@ -114,8 +114,7 @@ QByteArray EncodeSpcReply(bool taken);
 // The reply of a locked handset to a command its SPC guards.
 QByteArray SpcLockedReply();
 
-// What an NV status means, for the user.
-QString NvStatusText(uint16_t status);
+using model::NvStatusText;
 
 // An item that answers "busy" is asked again this many times, each after the
 // wait: a handset busy with an item for a moment answers it then.

@@ -17,7 +17,7 @@ using model::NvStatus;
 
 namespace {
 
-enum : int32_t { errItemStatus = 2020, errWriteUnverified = 2021, errSpcRefused = 2022 };
+enum : int32_t { errWriteUnverified = 2021, errSpcRefused = 2022 };
 
 } // namespace
 
@@ -40,13 +40,10 @@ NvStatus LiveNvMemory::read(model::NvAddress address, model::NvData& data)
         std::this_thread::sleep_for(BusyWait);
         reply = exchange(CmdNvRead, address, {});
     }
-    if (model::Lacks(NvStatus(reply.status)) || reply.status == uint16_t(NvStatus::Busy)) {
+    if (reply.status != 0) {
         reply.data.fill(0);
         if (address.index >= 0)
             reply.data[0] = uint8_t(address.index);
-    } else if (reply.status != 0) {
-        throw TessalyError(errItemStatus, QStringLiteral("%1 could not be read: %2.")
-                                              .arg(Describe(address), NvStatusText(reply.status)));
     }
     data = reply.data;
     m_onHandset[address] = data;

@@ -1,9 +1,8 @@
 // The NV memory of a handset on its diagnostic serial link, for the same model
-// and catalogue as the simulated handset's. A read gives the handset's status
-// of an item it lacks (inactive, bad parameter, read-only, not valid) with
-// zero bytes; an item that answers busy is asked again a few times, and one
-// that stays busy is given as busy the same way; other faults throw
-// TessalyError. A write sends only items whose
+// and catalogue as the simulated handset's. A read gives the status the
+// handset answers, with zero bytes for an item it does not hold as done (it
+// lacks it, or answers busy or of a fault); an item that answers busy is asked
+// again a few times first. A fault of the link throws TessalyError. A write sends only items whose
 // bytes differ from what was read, never an item the catalogue protects (ESN,
 // MEID, counters, read-only items), and reads each item back to compare all
 // 128 bytes. A handset that wants its service programming code (SPC) before a

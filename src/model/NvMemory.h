@@ -56,6 +56,9 @@ enum class NvStatus : uint16_t {
 };
 inline constexpr uint16_t LastNvStatus = 10;
 
+// What an NV status means, for the user.
+QString NvStatusText(uint16_t status);
+
 // Whether the status says that the handset does not hold the item at all, as
 // older handsets lack newer items: its values are left empty and it is never
 // written.

@@ -147,8 +147,8 @@ void SimulatedHandset::NVRead()
                 lacking[*m_current] = status;
                 data.fill(0);
             } else if (status != NvStatus::Done) {
-                throw TessalyError(errItemUnreadable,
-                                   QStringLiteral("the handset answered with status %1").arg(int(status)));
+                throw TessalyError(errItemUnreadable, QStringLiteral("the handset answered: %1")
+                                                          .arg(NvStatusText(uint16_t(status))));
             }
         });
         m_lastRead = read;
