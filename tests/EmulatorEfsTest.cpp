@@ -256,7 +256,7 @@ TEST_F(EmulatorEfsTest, MissingLockedAndFullGiveTheirErrnos)
     for (EfsReply more; (more = open(QStringLiteral("/data/eri.bin"), EfsReadOnly)).error == EfsOk;)
         opened.push_back(more.fd);
     EXPECT_EQ(open(QStringLiteral("/data/eri.bin"), EfsReadOnly).error, EfsTooManyOpen);
-    EXPECT_EQ(opened.size(), 16u);
+    EXPECT_EQ(opened.size(), 64u);
 
     start({"--efs-size", "1000000"}); // less than the factory files: a full disk
     const EfsReply volume = call({.command = EfsStatfs, .path = "/"});

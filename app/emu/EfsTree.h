@@ -43,7 +43,7 @@ struct EfsListed {
 
 class EfsTree {
 public:
-    static constexpr int MaxOpenFiles = 16;
+    static constexpr int MaxOpenFiles = 64;
     static constexpr int MaxOpenFolders = 8;
     static constexpr int MaxLinkDepth = 8;
     static constexpr int MaxName = 128;

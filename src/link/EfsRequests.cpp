@@ -48,7 +48,7 @@ bool EfsRequests::take(const QByteArray& frame)
         return false; // a log, an event, a late or second reply
     Request request = std::move(*answered);
     m_onTheWay.erase(answered);
-    if (request.again && !Keyed(request.command))
+    if (request.doubled && !Keyed(request.command))
         m_quietUntil[request.command] = Clock::now() + m_replyTime;
     request.done(ParseEfsReply(request.bytes, frame));
     return true;
@@ -84,13 +84,26 @@ void EfsRequests::run()
         bool answered = false;
         for (const QByteArray& frame : frames)
             answered = take(frame) || answered;
-        const auto again = [&](Request& request) {
-            request.again = true;
+        const auto again = [&](Request& request, bool doubled) {
+            request.doubled = request.doubled || doubled;
             ++m_resent;
             m_link.send(request.bytes);
         };
-        if (damaged > 0 && !m_onTheWay.empty())
-            again(m_onTheWay.front());
+        // A handset answers in order: a damaged reply was the oldest
+        // request's, which is asked again with no second reply to come. A
+        // close is not: the handset has closed the descriptor and may lend it
+        // to the next open, which a second close would take away.
+        if (damaged > 0 && !m_onTheWay.empty()) {
+            Request& oldest = m_onTheWay.front();
+            if (oldest.command == EfsClose || oldest.command == EfsClosedir) {
+                Request closed = std::move(oldest);
+                m_onTheWay.erase(m_onTheWay.begin());
+                closed.done(EfsReply{.command = closed.command});
+                answered = true;
+            } else {
+                again(oldest, false);
+            }
+        }
         if (answered) {
             silences = 0;
             deadline.setRemainingTime(m_replyTime);
@@ -98,7 +111,7 @@ void EfsRequests::run()
             if (++silences >= 2)
                 FailSilent(m_link.portName(), m_replyTime);
             for (Request& request : m_onTheWay)
-                again(request);
+                again(request, true);
             deadline.setRemainingTime(m_replyTime);
         }
     }

@@ -9,12 +9,15 @@
 // and sequence number. The replies of the other commands carry nothing of
 // their request (an open's only the descriptor the handset chose), so only one
 // request of each such command is on the way at a time, and after one was
-// sent again, none of its command goes until a late reply to the first
-// sending would have come: a reply is never taken for another request's.
+// sent again while its first reply might still come, none of its command goes
+// until that reply would have come: a reply is never taken for another
+// request's.
 //
-// A handset silent for the reply time gets every request on the way once
-// more; then the work fails. A damaged reply has the oldest request on the
-// way sent again.
+// A handset answers in the order it was asked. A damaged reply was the
+// oldest request's, which is sent again, except a close, which was done. (When
+// it was an open, the handset holds a descriptor the client never learns of,
+// until it restarts.) A handset silent for the reply time gets every request
+// on the way once more; then the work fails.
 #pragma once
 
 #include "link/Efs2.h"
@@ -54,7 +57,7 @@ private:
         QByteArray bytes;
         EfsCommand command = EfsHello;
         Done done;
-        bool again = false; // sent more than once
+        bool doubled = false; // sent again while its first reply may still come
     };
 
     bool mayGo(const Request& request, Clock::time_point now) const;
