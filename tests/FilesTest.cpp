@@ -223,3 +223,29 @@ TEST_F(FilesTest, HandsetWithoutAFileSystemIsBackedUpWithItsItemsAlone)
     EXPECT_EQ(run.status, 0) << qPrintable(run.err);
     EXPECT_TRUE(run.out.contains(QLatin1String("; no file system; "))) << qPrintable(run.out);
 }
+
+TEST_F(FilesTest, FileThatReadsBackDifferentIsToldAsFailed)
+{
+    const QString path = QStringLiteral("/data/flaky");
+    const QString port = startFactory({"--garble", path});
+    writeLocal("bytes", "what was sent");
+    Outcome run = halvane({"--port", port, "--efs-put", file("bytes"), path});
+    EXPECT_EQ(run.status, 1);
+    EXPECT_TRUE(run.err.contains(path + QStringLiteral(" reads back different from what was written")))
+        << qPrintable(run.err);
+
+    // A backup that holds the file: its restore writes it, reads it back
+    // different, and tells it as failed.
+    run = halvane({"--port", port, "--read", "--items", "0-9"});
+    const QString backup = run.out.section(QLatin1Char('\n'), 0, 0);
+    NvFile nv = backupFile(backup);
+    for (EfsEntry& entry : nv.files)
+        if (entry.path == path)
+            entry.data = "what the backup holds";
+    ASSERT_EQ(WriteNvFile(backup, nv), "");
+    run = halvane({"--port", port, "--restore-backup", backup});
+    EXPECT_EQ(run.status, 1);
+    EXPECT_TRUE(run.out.contains(path + QStringLiteral(": failed (it reads back different from what was written)")))
+        << qPrintable(run.out);
+}
+

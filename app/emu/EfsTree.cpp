@@ -215,6 +215,9 @@ int32_t EfsTree::write(int32_t fd, uint32_t offset, const QByteArray& data)
     if (node.data.size() < at)
         node.data.append(QByteArray(at - node.data.size(), '\0'));
     node.data.replace(at, data.size(), data);
+    const auto garbled = m_nodes.find(m_garbled);
+    if (garbled != m_nodes.end() && garbled->second == file->second.node && !data.isEmpty())
+        node.data[at + data.size() - 1] = char(node.data[at + data.size() - 1] ^ 0x5A);
     touch(node);
     return EfsOk;
 }

@@ -55,6 +55,10 @@ public:
     // missing. Its files may hold `capacity` bytes in all.
     EfsTree(std::map<QString, EfsNode> nodes, int64_t capacity);
 
+    // Writes to the file at `path` keep other bytes than were sent, as a
+    // failing flash does: the last byte of each write is changed.
+    void garbleWritesTo(QString path) { m_garbled = std::move(path); }
+
     const std::map<QString, std::shared_ptr<EfsNode>>& nodes() const { return m_nodes; }
     int64_t capacity() const { return m_capacity; }
     int64_t used() const;
@@ -108,6 +112,7 @@ private:
     std::map<QString, std::shared_ptr<EfsNode>> m_nodes;
     int64_t m_capacity;
     std::map<int32_t, OpenFile> m_files;
+    QString m_garbled;
     std::map<uint32_t, std::vector<EfsListed>> m_folders;
     uint32_t m_nextFolder = 1;
     bool m_changed = false;

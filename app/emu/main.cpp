@@ -114,7 +114,9 @@ int main(int argc, char** argv)
     const QCommandLineOption events = option("events", QStringLiteral("Send an event report before each reply."));
     const QCommandLineOption dead = option("dead-after", QStringLiteral("Go silent after <n> requests."), "n", "0");
     const QCommandLineOption garble
-        = option("garble", QStringLiteral("Keep other bytes than were written to NV <item>."), "item", "-1");
+        = option("garble", QStringLiteral("Keep other bytes than were written to NV <item>, or to the file <item> "
+                                          "when it is a path."),
+                 "item", "-1");
     const QCommandLineOption late
         = option("late", QStringLiteral("Answer request <n> only after <ms>."), "n:ms", "0:0");
     const QCommandLineOption busy = option(
@@ -154,7 +156,9 @@ int main(int argc, char** argv)
     const std::optional<int> deadAfter = Number(QStringLiteral("--dead-after"), options.value(dead), 0);
     const std::optional<int> lateRequest = Number(QStringLiteral("--late"), lateness.value(0), 0);
     const std::optional<int> lateMs = Number(QStringLiteral("--late"), lateness.value(1), 0);
-    const std::optional<int> garbled = Number(QStringLiteral("--garble"), options.value(garble), -1);
+    const bool garbledFile = options.value(garble).startsWith(QLatin1Char('/'));
+    const std::optional<int> garbled
+        = garbledFile ? std::optional<int>(-1) : Number(QStringLiteral("--garble"), options.value(garble), -1);
     const QStringList busyness = options.value(busy).split(QLatin1Char(':'));
     const std::optional<int> busyItem
         = options.isSet(busy) ? Number(QStringLiteral("--busy"), busyness.value(0), 0) : std::optional<int>(-1);
@@ -181,6 +185,8 @@ int main(int argc, char** argv)
     profile = emu::WithFields(*profile, memory.fields()[QLatin1String("handset")].toObject(), problem);
     const QString efsPath = emu::EfsPathBeside(options.value(state));
     emu::EfsTree files(emu::LoadEfs(efsPath, problem), *efsBytes);
+    if (garbledFile)
+        files.garbleWritesTo(options.value(garble));
     if (!problem.isEmpty()) {
         std::fprintf(stderr, "tessaly-emu: %s\n", qPrintable(problem));
         return 1;
