@@ -199,7 +199,26 @@ TEST_F(FullBackupTest, DamagedFileOfEitherKindIsRefusedWholeAndNothingIsWritten)
     ASSERT_TRUE(bad.open(QIODevice::WriteOnly));
     bad.write(xqcn);
     bad.close();
+    // A file's bytes cut short in their XQCN stream.
+    const std::vector<EfsEntry> files{{QStringLiteral("/nv/item_files/x"), 0100644, 0, "abc", {}}};
+    QByteArray cut = WriteXqcn(nv.entries, files);
+    ASSERT_TRUE(cut.contains("Length=\"3\" Name=\"00000000\" Value=\"61 62 63\""));
+    cut.replace("Value=\"61 62 63\"", "Value=\"61 62\"");
+    ASSERT_EQ(WriteWhole(file("cut.xqcn"), cut), "");
+    // A backup whose file entry's size is not its bytes'.
     nv.kind = NvFileKind::FullBackup;
+    nv.files = files;
+    nv.files[0].data = "ab";
+    ASSERT_EQ(WriteNvFile(file("files.json"), nv), "");
+    QFile sized(file("files.json"));
+    ASSERT_TRUE(sized.open(QIODevice::ReadWrite));
+    QByteArray text = sized.readAll();
+    ASSERT_TRUE(text.contains("\"size\": 2"));
+    text.replace("\"size\": 2", "\"size\": 3");
+    sized.seek(0);
+    sized.write(text);
+    sized.close();
+    nv.files.clear();
     nv.entries.push_back({{70, 1}, NvStatus::Done, {}});
     nv.entries.back().address.index = 300;
     ASSERT_EQ(WriteNvFile(file("bad.json"), nv), "");
@@ -215,10 +234,11 @@ TEST_F(FullBackupTest, DamagedFileOfEitherKindIsRefusedWholeAndNothingIsWritten)
     EXPECT_FALSE(QFileInfo::exists(file("out.json")) || QFileInfo::exists(file("out.xqcn")));
 
     const QString port = start(Fresh());
-    for (const char* name : {"bad.xqcn", "bad.json"}) {
+    for (const char* name : {"bad.xqcn", "bad.json", "cut.xqcn", "files.json"}) {
         run = halvane({"--port", port, "--restore-backup", file(name), "--all-items"});
         EXPECT_EQ(run.status, 1);
         EXPECT_TRUE(run.err.contains(QLatin1String("Nothing was written to the handset"))) << qPrintable(run.err);
+        EXPECT_EQ(run.out, "") << name;
     }
     EXPECT_EQ(Differences(read(state(), NvFileKind::Memory), Fresh()), "");
     EXPECT_TRUE(backups().isEmpty()) << "refused before the handset was read";
