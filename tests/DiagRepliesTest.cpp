@@ -6,7 +6,7 @@
 #include "link/DiagLogging.h"
 #include "link/DiagPackets.h"
 #include "link/DiagSubsystem.h"
-#include "support/RuntimeErrors.h"
+#include "support/Packets.h"
 
 #include <tessaly/TessalyError.h>
 
@@ -18,13 +18,6 @@ using namespace tessaly;
 using namespace tessaly::link;
 
 namespace {
-
-QByteArray Hex(const char* hex)
-{
-    return QByteArray::fromHex(hex);
-}
-
-const auto ErrorOf = [](auto&& parse) { return ErrorNumberOf<TessalyError>(parse); };
 
 // A version reply: the dates and times, "HV800" as the version directory,
 // station class mark 0xEA, CAI revision 6, model 60, firmware 231 (E7 00),

@@ -7,7 +7,7 @@
 // cut short, error replies and replies to another request.
 #include "link/DiagPackets.h"
 #include "link/Efs2.h"
-#include "support/RuntimeErrors.h"
+#include "support/Packets.h"
 
 #include <tessaly/TessalyError.h>
 
@@ -17,13 +17,6 @@ using namespace tessaly;
 using namespace tessaly::link;
 
 namespace {
-
-QByteArray Hex(const char* hex)
-{
-    return QByteArray::fromHex(hex);
-}
-
-const auto ErrorOf = [](auto&& parse) { return ErrorNumberOf<TessalyError>(parse); };
 
 struct Exchange {
     EfsRequest request;

@@ -11,9 +11,7 @@
 #include "link/Efs2.h"
 #include "model/NvFile.h"
 
-#include <QDateTime>
 #include <QFile>
-#include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -98,16 +96,6 @@ QString ReadNodes(const QByteArray& bytes, std::map<QString, EfsNode>& nodes)
     return {};
 }
 
-QString AsideName(const QString& path)
-{
-    const QString stem
-        = path + QStringLiteral(".damaged-") + QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMdd-HHmmss"));
-    QString name = stem;
-    for (int n = 2; QFileInfo::exists(name); ++n)
-        name = stem + QStringLiteral("-%1").arg(n);
-    return name;
-}
-
 } // namespace
 
 QString EfsPathBeside(const QString& state)
@@ -124,7 +112,7 @@ std::map<QString, EfsNode> LoadEfs(const QString& path, QString& problem)
     const QString reason = file.open(QIODevice::ReadOnly) ? ReadNodes(file.readAll(), nodes) : file.errorString();
     if (reason.isEmpty())
         return nodes;
-    const QString aside = AsideName(path);
+    const QString aside = tessaly::model::AsideName(path);
     problem = QFile::rename(path, aside)
         ? QStringLiteral("The file system file %1 was damaged: %2. It is kept as %3, and the handset starts again "
                          "with its factory files.")

@@ -44,7 +44,7 @@ struct EfsListed {
 class EfsTree {
 public:
     static constexpr int MaxOpenFiles = 64;
-    static constexpr int MaxOpenFolders = 8;
+    static constexpr int MaxOpenFolders = 64;
     static constexpr int MaxLinkDepth = 8;
     static constexpr int MaxName = 128;
     static constexpr int MaxPath = 1024;

@@ -89,20 +89,22 @@ void EfsRequests::run()
             ++m_resent;
             m_link.send(request.bytes);
         };
-        // A handset answers in order: a damaged reply was the oldest
-        // request's, which is asked again with no second reply to come. A
-        // close is not: the handset has closed the descriptor and may lend it
-        // to the next open, which a second close would take away.
-        if (damaged > 0 && !m_onTheWay.empty()) {
-            Request& oldest = m_onTheWay.front();
+        // A handset answers in order: each damaged reply was that of the
+        // oldest request unanswered, which is asked again with no second
+        // reply to come, and goes behind the others, where its reply will now
+        // come. A close is not: the handset has closed the descriptor and may
+        // lend it to the next open, which a second close would take away.
+        const size_t unanswered = m_onTheWay.size();
+        for (size_t n = 0; n < size_t(damaged) && n < unanswered; ++n) {
+            Request oldest = std::move(m_onTheWay.front());
+            m_onTheWay.erase(m_onTheWay.begin());
             if (oldest.command == EfsClose || oldest.command == EfsClosedir) {
-                Request closed = std::move(oldest);
-                m_onTheWay.erase(m_onTheWay.begin());
-                closed.done(EfsReply{.command = closed.command});
+                oldest.done(EfsReply{.command = oldest.command});
                 answered = true;
-            } else {
-                again(oldest, false);
+                continue;
             }
+            again(oldest, false);
+            m_onTheWay.push_back(std::move(oldest));
         }
         if (answered) {
             silences = 0;

@@ -68,7 +68,7 @@ private:
     int m_inFlight;
     std::chrono::milliseconds m_replyTime;
     std::deque<Request> m_waiting;
-    std::vector<Request> m_onTheWay; // in the order they were sent
+    std::vector<Request> m_onTheWay; // in the order their replies are to come
     std::map<EfsCommand, Clock::time_point> m_quietUntil;
     int m_resent = 0;
 };

@@ -5,27 +5,11 @@
 
 #include <tessaly/TessalyError.h>
 
-#include <QDateTime>
 #include <QFile>
 #include <QFileInfo>
 #include <QStandardPaths>
 
 namespace tessaly::model {
-
-namespace {
-
-// A name beside `path` that no file has yet.
-QString AsideName(const QString& path)
-{
-    const QString stem
-        = path + QStringLiteral(".damaged-") + QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMdd-HHmmss"));
-    QString name = stem;
-    for (int n = 2; QFileInfo::exists(name); ++n)
-        name = stem + QStringLiteral("-%1").arg(n);
-    return name;
-}
-
-} // namespace
 
 FileNvMemory::FileNvMemory(QString path, const NvImage& factory)
     : m_path(std::move(path))

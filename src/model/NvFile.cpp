@@ -1,5 +1,6 @@
 #include "model/NvFile.h"
 
+#include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -265,6 +266,16 @@ QString WriteWhole(const QString& path, const QByteArray& bytes)
         || out.write(bytes) < 0 || !out.commit())
         return out.errorString().isEmpty() ? QStringLiteral("it cannot be written") : out.errorString();
     return {};
+}
+
+QString AsideName(const QString& path)
+{
+    const QString stem
+        = path + QStringLiteral(".damaged-") + QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMdd-HHmmss"));
+    QString name = stem;
+    for (int n = 2; QFileInfo::exists(name); ++n)
+        name = stem + QStringLiteral("-%1").arg(n);
+    return name;
 }
 
 } // namespace tessaly::model

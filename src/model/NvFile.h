@@ -69,5 +69,8 @@ QString WriteNvFile(const QString& path, const NvFile& file);
 // Writes `bytes` to `path` the same way: at once, mode 0600 (NV items hold
 // passwords), an earlier file whole when the write fails.
 QString WriteWhole(const QString& path, const QByteArray& bytes);
+// A name beside `path` that no file has yet, to set a damaged file aside
+// under: "<path>.damaged-<time>".
+QString AsideName(const QString& path);
 
 } // namespace tessaly::model
