@@ -27,8 +27,8 @@ public:
         const double seconds = progress.elapsed.count();
         const double rate = seconds > 0 ? double(progress.done) / seconds : 0;
         const double left = rate > 0 ? double(progress.total - progress.done) / rate : 0;
-        std::fprintf(stderr, "\r%zu of %zu items read, %zu held, %.0f items/s, %.0f s left\033[K", progress.done,
-                     progress.total, progress.held, rate, left);
+        std::fprintf(stderr, "\r%zu of %zu items read, %zu kept, %.0f items/s, %.0f s left\033[K", progress.done,
+                     progress.total, progress.kept, rate, left);
         std::fflush(stderr);
     }
     void showFiles(size_t files, qint64 bytes)

@@ -115,7 +115,7 @@ Backup ItemScan::run(uint16_t first, uint16_t last)
                 return;
             read = progress.done = position + 1 - extra;
             const Outcome outcome = OutcomeOf(answer);
-            progress.held += outcome != Outcome::Lacking && answer.refused.isEmpty();
+            progress.kept += outcome != Outcome::Lacking && answer.refused.isEmpty();
             progress.elapsed = std::chrono::nanoseconds(clock.nsecsElapsed());
             if (m_progress)
                 m_progress(progress);

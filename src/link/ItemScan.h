@@ -23,7 +23,7 @@ namespace tessaly::link {
 struct ScanProgress {
     size_t done = 0;  // addresses read
     size_t total = 0;
-    size_t held = 0;  // of them, entries kept
+    size_t kept = 0;  // of them, entries kept
     std::chrono::duration<double> elapsed{};
 };
 
