@@ -2,7 +2,21 @@
 
 #include "platform/MsgBox.h"
 
+#include <tessaly/TessalyError.h>
+
 namespace tessaly {
+
+void CaptureError(std::exception_ptr error)
+{
+    try {
+        std::rethrow_exception(std::move(error));
+    } catch (const TessalyError& e) {
+        Err().Number = e.number();
+        Err().Description = e.description();
+    } catch (...) {
+        Err().Capture(std::current_exception());
+    }
+}
 
 QString ErrorReportLine(const QString& strGroup, const QString& strRoutine)
 {

@@ -20,13 +20,18 @@ void ReportError(const QString& strGroup, const QString& strRoutine);
 // The report line for the current error.
 QString ErrorReportLine(const QString& strGroup, const QString& strRoutine);
 
+// Makes `error` the current error: a TessalyError (a model's failure, or a
+// host method's) with its number and description, anything else as the
+// platform records it.
+void CaptureError(std::exception_ptr error);
+
 template <class Body>
 void OnErrorReport(const char* group, const char* routine, Body&& body) noexcept
 {
     try {
         std::forward<Body>(body)();
     } catch (...) {
-        Err().Capture(std::current_exception());
+        CaptureError(std::current_exception());
         ReportError(QLatin1String(group), QLatin1String(routine));
         Err().Clear();
     }

@@ -1,7 +1,5 @@
 #include "platform/RuntimeError.h"
 
-#include <tessaly/BaseModel.h>
-
 #include <new>
 #include <utility>
 
@@ -29,9 +27,6 @@ void ErrRecord::Capture(std::exception_ptr error)
     try {
         std::rethrow_exception(std::move(error));
     } catch (const RuntimeError& e) {
-        Number = e.number();
-        Description = e.description();
-    } catch (const TessalyError& e) {
         Number = e.number();
         Description = e.description();
     } catch (const std::bad_alloc&) {

@@ -48,7 +48,9 @@ struct ErrRecord {
     QString Description;
 
     void Clear();
-    // Makes the exception in flight (inside a catch block) the current error.
+    // Makes `error` the current error: a RuntimeError with its number, any
+    // other exception as the automation error its text names. The layers
+    // above record their own error types first (frame/ReportError.h).
     void Capture(std::exception_ptr error);
 };
 
