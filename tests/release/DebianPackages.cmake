@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: The Tessaly developers
+# SPDX-License-Identifier: BSD-3-Clause
+#
 # Builds the Debian packages with scripts/package into a scratch folder,
 # checks them with lintian, unpacks them into a scratch root and uses what
 # they hold: the programs, a host built against libtessaly-dev through CMake
