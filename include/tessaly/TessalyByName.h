@@ -28,11 +28,13 @@
 // panel tells the user in a message box (a bad page or column in a cell
 // operation) are not failures of the call.
 //
-// These methods are reached through the meta-object system only, never
-// called from C++: a C++ host calls the methods of Tessaly itself, which
-// throw TessalyError as <tessaly/Tessaly.h> says. So whether a failure is
-// thrown or signalled depends on the way of calling, never on the type of
-// the pointer a call is made through.
+// These methods are public to the meta-object system, so that script
+// engines, which call only the public methods of an object (QJSEngine, QML's
+// engine), reach them as `panel.SetNVFieldItemCount(0, 12)`; and private to
+// C++: a C++ host calls the methods of Tessaly itself, which throw
+// TessalyError as <tessaly/Tessaly.h> says. So whether a failure is thrown or
+// signalled depends on the way of calling, never on the type of the pointer a
+// call is made through.
 #pragma once
 
 #include <tessaly/tessaly_export.h>
@@ -54,6 +56,11 @@ private:
     friend class Tessaly;
     explicit TessalyByName(QWidget* parent);
 
+    // moc reads the methods below as public, the compiler as private (see
+    // above).
+#ifdef Q_MOC_RUN
+public:
+#endif
     Q_INVOKABLE void AddItemToGrd(short Part, const QString& FormatType, bool IsNumber, bool ReadOnly,
                                   const QString& ComboStr, const QString& InputStr, int row, int col);
     Q_INVOKABLE void AddItemToGrd(int Part, const QString& FormatType, bool IsNumber, bool ReadOnly,
