@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: GPL-2.0-or-later
+//
 // halvane --convert IN OUT: an NV file (.json) to an XQCN file (.xqcn) or back.
 #pragma once
 

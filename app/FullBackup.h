@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: GPL-2.0-or-later
+//
 // halvane --read --all-items: every NV item of a range kept in one full
 // backup with the handset's file system, with its progress on a terminal.
 #pragma once

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: GPL-2.0-or-later
+//
 // The handset halvane binds to the panel: the simulated one over its NV
 // memory file, or a real one on a serial port (--port), named in the panel's
 // label by its own version reply and the port as the user gave it.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: GPL-2.0-or-later
+//
 // ModemManager over the system D-Bus: the serial ports of the modems it
 // manages, and asking it to leave a device alone for as long as halvane runs
 // (its InhibitDevice with the device's uid, which ModemManager takes back by

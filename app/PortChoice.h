@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: GPL-2.0-or-later
+//
 // halvane's serial ports: --list-ports, and the port --port names, found by
 // probing with "auto", and freed from ModemManager when it holds it.
 #pragma once

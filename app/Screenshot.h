@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: GPL-2.0-or-later
+//
 // The panel as the options ask to see it: a page, an open editor, the
 // panel's message box; on screen, or rendered to a picture file.
 #pragma once

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: GPL-2.0-or-later
+//
 // When no one is there to answer (no display, a screenshot, a script's
 // --read or --restore-backup), every modal dialog that opens is written to
 // standard error with its kind ("halvane: warning: ..."), and answered as its

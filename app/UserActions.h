@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: GPL-2.0-or-later
+//
 // What a user does to the panel, done by halvane for a screenshot, and the
 // rendering of what the screen then shows.
 #pragma once

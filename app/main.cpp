@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: GPL-2.0-or-later
+//
 // halvane: the phone service tool's host window around the Tessaly panel,
 // bound to a simulated handset whose NV memory is kept in a file between
 // runs, or to a real handset on a serial port with --port. Without a display,

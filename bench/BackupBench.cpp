@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: GPL-2.0-or-later
+//
 // The full backup through tessaly-emu on a pseudo-terminal: every item number
 // from 0 to 65535 (the catalogue's indexed items once per index) read by
 // halvane's scan, beside a minimal blocking client written here (write a

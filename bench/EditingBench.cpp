@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: GPL-2.0-or-later
+//
 // In-place editing, each action from input to screen, beside QTableWidget
 // doing the same with its own editors: a double click that opens a text
 // editor on a cell, a key typed in the phone number cell that rewrites two

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: GPL-2.0-or-later
+//
 // Filling every cell of the widest page, 41 columns by 100 rows, with
 // AddItemToGrd, beside filling a QTableWidget of that shape with the same
 // texts and the same attributes kept in item data.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: GPL-2.0-or-later
+//
 // The serial link's framing: encoding and decoding NV item packets (133 bytes,
 // as a read or write of one item carries), in megabytes of payload a second.
 // There is no Qt counterpart; 115200 baud moves about 0.0115 MB a second.

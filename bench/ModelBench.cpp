@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: GPL-2.0-or-later
+//
 // The simulated handset end to end, without a pace: a full NV Read into a
 // bound panel, and a full NV Write from it back into the memory file, in NV
 // items per second. Nothing stands beside them: Qt has no handset memory.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: GPL-2.0-or-later
+//
 // The port listing of this machine: sysfs's ttys and one pass over every
 // process's descriptors in /proc, as halvane --list-ports and --port auto
 // read them before any probe.

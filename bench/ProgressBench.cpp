@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: GPL-2.0-or-later
+//
 // Ten million progress steps of a model on a total of ten million, beside a
 // QProgressBar set to each count of a million (it takes a few microseconds a
 // step, so the same ten million would take a minute; compare items per

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: GPL-2.0-or-later
+//
 // A full repaint of the skinned panel on a grid page (a 720 by 562 grab of
 // the panel, its background, tree, page and every control), beside the same
 // window made of QTreeWidget and QTableWidget over a background pixmap; and

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: GPL-2.0-or-later
+//
 // The panel's construction through the end of start-up, beside the same
 // dressing of 21 page grids done with QTableWidget.
 #include <tessaly/Tessaly.h>

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: GPL-2.0-or-later
+//
 // One user action from input to screen: a click on a node of the page tree,
 // which hides every page, sends all 21 grids home and shows the chosen page,
 // then the repaint that follows.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: GPL-2.0-or-later
+//
 // Runs the benchmarks with a QApplication, on the offscreen platform unless
 // one is chosen.
 #include <QApplication>

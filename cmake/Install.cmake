@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: The Tessaly developers
+# SPDX-License-Identifier: BSD-3-Clause
+#
 # What `cmake --install` puts under the prefix: the library with its headers,
 # the CMake package and pkg-config file that find it, halvane, tessaly-emu and
 # the Qt Designer plugin (under the library's folder, in Qt's plugin layout).

@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: The Tessaly developers
+# SPDX-License-Identifier: BSD-3-Clause
+#
 # Writes the udev rule for the handsets' diagnostic interfaces from the list
 # src/link/DiagInterfaces.txt: cmake -DLIST=... -DRULE=... -P UdevRule.cmake.
 # For each interface the rule tells ModemManager to leave the port alone

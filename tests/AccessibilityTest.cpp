@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: GPL-2.0-or-later
+//
 // The panel as a screen reader finds it, in what ScreenReaderTest.py cannot
 // see from outside: the keys that press buttons, the grid's cells by place
 // and point, the names of the basic information and lists, the profiles in

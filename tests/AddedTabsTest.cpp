@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: GPL-2.0-or-later
+//
 // Pages of the host's own: added behind page 20, filled like fixed pages,
 // removed newest first; and fixed pages' nodes taken out of the tree.
 #include "support/PanelFixture.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: GPL-2.0-or-later
+//
 // The host's cell operations: what lands in the grids and in the cell store,
 // the profile alias, and what is refused or reported.
 #include "support/PanelFixture.h"

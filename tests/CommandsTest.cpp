@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: GPL-2.0-or-later
+//
 // The panel at work on a model: binding, the command bar's looks and runs,
 // the progress drawn from the model's events, the wheel and the window frame.
 // The model here is the tests' own: it raises events in chosen orders and

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: GPL-2.0-or-later
+//
 // The form controls in twips, control arrays and the dynamic arrays.
 #include "platform/Arrays.h"
 #include "platform/ControlArray.h"

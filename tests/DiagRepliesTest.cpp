@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: GPL-2.0-or-later
+//
 // The reply layouts of the diagnostic protocol, each decoded from the bytes a
 // handset sends, written out here from the protocol's public descriptions;
 // and the emulator's encoders giving those same bytes back.

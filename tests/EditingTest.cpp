@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: GPL-2.0-or-later
+//
 // Editing values in place, as a user does it with keys and the mouse: moving
 // the current cell, opening the editors over it, typing, picking, and the
 // checks that run when the text editor is left.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: GPL-2.0-or-later
+//
 // tessaly-emu as the handset of a model, over a real pseudo-terminal: the
 // SPC lock on mode changes, a reset that takes the line silent and keeps the
 // memory, NV items by subscription, the older model's "bad command"s, and

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: GPL-2.0-or-later
+//
 // The one error report: its line, its box, and how far an error travels.
 #include "frame/ReportError.h"
 #include "platform/Numeric.h"

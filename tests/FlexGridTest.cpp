@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: GPL-2.0-or-later
+//
 // The grid of the item pages: shape and storage, errors, current cell,
 // scrolling, geometry against what is painted, and the mouse.
 #include "platform/MSFlexGrid.h"

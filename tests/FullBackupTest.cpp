@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: GPL-2.0-or-later
+//
 // halvane's full backup against tessaly-emu: every item number read, items
 // beyond the catalogue kept with every byte and restored to a fresh handset
 // of the same identity, directly and through XQCN; a line that dies half-way

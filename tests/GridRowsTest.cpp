@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: GPL-2.0-or-later
+//
 // Item rows of the pages, with their twin pages.
 #include "support/PanelFixture.h"
 

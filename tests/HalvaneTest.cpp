@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: GPL-2.0-or-later
+//
 // halvane itself, unattended, against tessaly-emu on a pseudo-terminal: for
 // each fault of a real handset, its exit status, what it tells on standard
 // error, the emulator's memory afterwards and the backups it leaves.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: GPL-2.0-or-later
+//
 // The host interface as a dynamic host uses it: every method by name with
 // `short` or `int` arguments, failures told by CallFailed and never thrown,
 // and long random runs of calls through the meta-object system with extreme

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: GPL-2.0-or-later
+//
 // The hover rule and looks of an image button, on a bare picture box.
 #include "frame/ImageButtonLook.h"
 #include "platform/MouseCapture.h"

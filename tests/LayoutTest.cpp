@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: GPL-2.0-or-later
+//
 // The panel's controls as the user finds them: every one on view inside the
 // panel and its container, and none covering another that must show.
 #include "support/PanelFixture.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: GPL-2.0-or-later
+//
 // The framing of the handset's serial link: known vectors, frames cut into
 // every possible chunking, damaged frames and random noise.
 #include "link/DiagPackets.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: GPL-2.0-or-later
+//
 // The live handset's link end to end: the model over the serial link to the
 // emulator on a real pseudo-terminal, and the faults of handsets and lines
 // with what the user is told.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: GPL-2.0-or-later
+//
 // The simulated handset, seen through the panel's public methods and what its
 // controls show: a read fills the pages in a coherent run of progress events,
 // a write survives a restart, a value that its item cannot hold stops the

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: GPL-2.0-or-later
+//
 // The panel's own message box, driven through real keys and mouse moves while
 // its modal loop runs.
 #include "frame/frmMsgBox.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: GPL-2.0-or-later
+//
 // Several requests on the line at once: replies that come in any order are
 // matched to their requests by item and index, and requests that a handset
 // with a short queue drops are asked again, the scan still complete and in

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: GPL-2.0-or-later
+//
 // halvane over a fake sysfs and /proc whose ports lead to emulated handsets
 // and dead lines: --list-ports, --port auto with none, one and two handsets,
 // and ModemManager asked to let go of a port, on a bus of the test's own.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: GPL-2.0-or-later
+//
 // The port listing over a fake sysfs and /proc: what each port is, who
 // holds it, whether it may be opened, and how the listing tells it; the list
 // of known diagnostic interfaces and the udev rule made from it.

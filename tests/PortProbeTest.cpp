@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: GPL-2.0-or-later
+//
 // The probe against the emulator beside a silent line and one that answers
 // noise: who answered, why the others did not, all within the probe time,
 // and each line left as it was found.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: GPL-2.0-or-later
+//
 // The MIP profile page, through the host's calls and the user's pick of a
 // profile count.
 #include "support/PanelFixture.h"

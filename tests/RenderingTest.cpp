@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: GPL-2.0-or-later
+//
 // What the panel draws: grid lines whole and the grid covering its rectangle
 // at every device pixel ratio, no value drawn twice under its editor and the
 // editor whole over it, tree rows that hold their text, cut values and

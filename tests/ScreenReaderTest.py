@@ -1,4 +1,7 @@
 #!/usr/bin/python3
+# SPDX-FileCopyrightText: The Tessaly developers
+# SPDX-License-Identifier: GPL-2.0-or-later
+
 """halvane as a screen reader reads it, from outside, through the desktop's
 accessibility bus on an X server of the test's own.
 

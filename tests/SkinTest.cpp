@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: GPL-2.0-or-later
+//
 // The skin's bitmaps as the build makes them, how the panel shows them at
 // either device pixel ratio, and the installed faces that the layout's fonts
 // map onto. The same binary runs again with QT_SCALE_FACTOR=2.

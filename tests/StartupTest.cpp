@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: GPL-2.0-or-later
+//
 // A new panel at rest: once drawn, it asks for no more paints.
 #include "support/PanelFixture.h"
 

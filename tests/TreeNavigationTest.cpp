@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: GPL-2.0-or-later
+//
 // The page tree as a user works it: clicks and keys on the nodes, and what
 // shows on the right afterwards.
 #include "support/PanelFixture.h"

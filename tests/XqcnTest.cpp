@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: GPL-2.0-or-later
+//
 // NV items and the handset's file system in an XQCN file, against bytes
 // written out here as the open tools lay it out, their round trip, the
 // streams passed over named, and a damaged file of every kind refused whole.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: GPL-2.0-or-later
+//
 // A chaos schedule: the faults of Faults.h mixed at random from a seed, so
 // that a long run meets them in every order and a failing run can be made
 // again with its seed. Most replies go out untouched; some are slow, a few

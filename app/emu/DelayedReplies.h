@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: GPL-2.0-or-later
+//
 // The emulator's replies held back as a USB link holds them: each goes out a
 // fixed time after its request came in, while the handset keeps taking the
 // requests that follow. Its queue of requests is bounded, as a handset's is:

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: GPL-2.0-or-later
+//
 // The faults of real lines and handsets that tessaly-emu makes on request:
 // what happens to the reply of each request. Fixed faults come from the
 // command line (--slow, --late, --bad-crc, --events, --dead-after); a chaos

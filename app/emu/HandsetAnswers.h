@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: GPL-2.0-or-later
+//
 // The handset's answers to the diagnostic protocol, one request at a time:
 // its identity from its profile, NV items from its memory (plain and by
 // subscription), its file system through EFS2 (EfsAnswers.h), the SPC lock,

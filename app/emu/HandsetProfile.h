@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: GPL-2.0-or-later
+//
 // The handset tessaly-emu stands for: what it says of itself (version reply,
 // extended build id, diagnostic version, status) and what it can do (MEID,
 // extended build id, subsystem commands). A profile is chosen by name

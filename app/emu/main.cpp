@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: GPL-2.0-or-later
+//
 // tessaly-emu: a CDMA handset on a pseudo-terminal, answering the diagnostic
 // protocol from an NV memory file of the simulated handset's format, and
 // serving its file system through EFS2 from a file beside it

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // The model: the object that stands for one connected handset and does all
 // work on it. A host writes one by deriving from IBaseModel, and hands it to
 // the panel with Tessaly::SetModelDLL.

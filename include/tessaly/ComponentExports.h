@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // The library's entry points as a component, for hosts that load it at run
 // time (dlopen and dlsym) instead of linking it. They have C linkage and
 // return 0 on success.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // Tessaly: an embeddable settings panel for CDMA handsets. A host places the
 // panel in a window, fills its pages with the handset's NV items through the
 // methods below, and reads the values back after the user has edited them.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // The panel's host methods as a host calls them by name through Qt's
 // meta-object system: QMetaObject::invokeMethod, QMetaMethod::invoke, a
 // script engine or a host that loads the library at run time.

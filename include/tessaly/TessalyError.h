@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // The one error type that crosses the panel's public boundary, either way: a
 // model throws it to report a failed command, and the host methods that
 // report to their caller (AddTab, RemoveTab) throw it. It carries a number

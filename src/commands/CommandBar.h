@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // The command bar: NV Read, NV Write, Exit and Restore as four image buttons
 // whose bitmaps show their state, and the run of a command on the model.
 // While a command runs the bar is busy: its buttons dim and refuse clicks.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // The model of the connected handset: binding it, its label, the refusal to
 // work without one, and its events routed to the progress. The host owns the
 // model; the panel only holds it while bound, and a model deleted meanwhile

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // The receiver of the bound model's events: its slots hand them to the
 // progress. It belongs to the panel's handlers and goes with them. The
 // model's signals reach its slots by their signatures, the quickest way Qt

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // The progress of a running command: three counters moved by the model's
 // events, shown as one bar and a percentage. The bar and the caption are
 // drawn at once, while the model's call still holds the thread. The bar is

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // Puts the panel into Qt Designer's widget box, so that a host's .ui form can
 // hold it; uic then writes `new Tessaly(parent)` with <tessaly/Tessaly.h>.
 #pragma once

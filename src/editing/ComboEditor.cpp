@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // The combo editor of a page: a pick writes the item's text into the current
 // cell and does nothing else.
 #include "editing/Editors.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // Selecting a cell and laying an editor over it. A click or an arrow key only
 // moves the current cell, which closes the page's editors; a double click or
 // the release of Enter or F2 opens the editor that the cell's attributes ask for.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // In-place editing of the page grids: the current cell moved by clicks and
 // arrow keys, a text box or a list opened exactly over it, the text editor's
 // rules as the user types, and the value limits checked when it is left.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // The text editor of a page. It writes its text into the current cell at
 // every key release, so the grid always holds what the user typed; number
 // cells take digits only; the phone number drives every lock code; leaving

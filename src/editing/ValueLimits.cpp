@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // The two channel items whose values have a range. When the text editor
 // loses the focus, the cell where editing began is checked, and a value out
 // of range is told and replaced by the item's default.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // The look of an image button: its bitmap at rest, under the pointer, pressed
 // and dimmed, one shown at a time, and the hover rule that every image button
 // of the panel follows. The pointer is inside only strictly within the

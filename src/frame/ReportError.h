@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // The panel's one error report, and the handler that every routine with one
 // puts around its body: an error anywhere inside becomes the current error,
 // is reported under the routine's two labels, and the routine ends there.

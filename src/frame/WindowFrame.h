@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // The panel's own window frame: the close and minimise buttons and the title
 // as a drag handle, acting on the window that holds the panel. The page
 // grids' wheel hooks leave with the window.

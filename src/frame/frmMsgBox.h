@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // The panel's own message box: a small skinned window with rounded corners,
 // a message beside a fixed picture, and one OK button that lights up under
 // the pointer. It has no border, no caption bar and no buttons of a window;

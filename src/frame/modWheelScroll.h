@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // Wheel scrolling of the page grids. A hook on a grid sees every event of the
 // grid and of the widgets it is made of (its viewport and scroll bars) before
 // they do: a wheel event moves the grid's first visible row by the hook's

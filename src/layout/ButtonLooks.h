@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // The bitmaps of an image button: at rest, under the pointer, pressed and
 // dimmed. The layout hands each button's set to the subsystem that shows it.
 #pragma once

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // The layout is drawn in Tahoma and in the Korean face "굴림", neither of
 // which a Linux system has. The first panel of a process maps them onto
 // faces from Debian's packages: the Tahoma-metric face of fonts-wine, which

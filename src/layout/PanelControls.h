@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // The panel's controls as the layout makes them (PanelLayout.cpp): every
 // control by its layout name, the page control arrays, and the hidden
 // holders of the skin's bitmaps. The panel owns one set and hands each

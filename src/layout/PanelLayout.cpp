@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // The panel's controls as the layout stores them: kind, name, container,
 // place and look. Controls are made from the bottom of each container's
 // stacking order to the top, so that each lies over those made before it.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // The panel's own widget as its subsystems see it: the parent of the panel's
 // boxes, the window it lies in, the receiver of its controls' events, and
 // whether it has ended.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // The skin's bitmaps. The build draws them from the art sources in art/ and
 // embeds them into the library, each at its own size and at twice that size.
 // A process decodes each bitmap once, at the first panel that shows it, in

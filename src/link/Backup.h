@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // Backups of a live handset's NV memory: every NV Read saves one, an NV file
 // of the backup kind (model/NvFile.h) with the handset's ESN and MEID, the
 // time, and every item with its bytes and status; a full backup

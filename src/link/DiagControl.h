@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // Changing the handset's mode (0x29) and unlocking its secure operations with
 // the 16-digit security password (0x46).
 #pragma once

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // What a handset says of itself: the version reply (0x00), the extended
 // build id (0x7C), the diagnostic protocol's version (0x1C) and the station
 // status (0x0C). Each layout is encoded here for the emulator and decoded for

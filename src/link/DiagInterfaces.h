@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // The USB interfaces known to carry a handset's diagnostic port, read from
 // the list the build embeds (DiagInterfaces.txt, the same list the udev rule
 // is made from).

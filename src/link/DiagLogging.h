@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // What the handset reports on its own and how a tool configures it: event
 // reports on or off (0x60), the log masks by equipment (0x73) and as one
 // extended mask (0x5D), and the message masks by subsystem id (0x7D).

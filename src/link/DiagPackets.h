@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // The requests and replies of the handset's diagnostic protocol, as frame
 // payloads: the command codes, the error replies, the ESN, reading and
 // writing one NV item, and unlocking with the service programming code (SPC).

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // Subsystem commands (0x4B): a header of the subsystem id and its command
 // (16 bits) before each subsystem's own packet. Two subsystems are spoken
 // here: NV items by subscription, the form of dual-subscription handsets, and

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // The framing of the handset's diagnostic serial link. A frame is its payload,
 // then a CRC-16 of the payload (reflected polynomial 0x8408, initial value
 // 0xFFFF, final XOR 0xFFFF) low byte first, with the bytes 0x7E and 0x7D

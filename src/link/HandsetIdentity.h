@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // What a handset on the diagnostic link says of itself, asked once: its
 // model and software version (from the extended build id when it answers
 // that, else from the version reply's fields), the dates of its software,

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // The full backup: every NV item number of a range read from the handset,
 // with every index the catalogue names for an indexed item (per NAM, per
 // profile), several requests on the way at once (link/Pipeline.h).

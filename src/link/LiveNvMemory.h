@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // The NV memory of a handset on its diagnostic serial link, for the same model
 // and catalogue as the simulated handset's. A read gives the status the
 // handset answers, with zero bytes for an item it does not hold as done (it

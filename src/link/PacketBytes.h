@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // Little-endian fields and fixed-width text of the diagnostic protocol's
 // packets, read from and appended to byte arrays. Readers take positions
 // that the caller has checked against the packet's size.

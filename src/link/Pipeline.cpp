@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
 #include "link/Pipeline.h"
 
 #include "link/PacketBytes.h"

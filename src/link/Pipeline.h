@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // Reads of many NV items with several requests on the serial link at once.
 // A handset behind USB answers each request a round trip after it was sent;
 // with several on the way, the round trips overlap and the line stays busy.

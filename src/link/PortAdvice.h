@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // What the user is told when a port stands in the way: not permitted, or
 // held by ModemManager, with the ways to clear it. The same words go to the
 // command line and into the window's box.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // The machine's serial ports as its kernel tells them, read from a root
 // folder given (the real one is "/"): sysfs for what each port is, /proc for
 // the programs that hold it open, and the device node's owner and mode.

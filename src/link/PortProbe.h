@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // Asks serial ports at once whether a handset answers on them: each gets a
 // version request, then, when it answers, an extended build id request and
 // an ESN request, all within one reply time. Nothing is written to the

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // The port listing as the user reads it: one line per port, or a JSON array
 // for scripts, with what the probe found where it ran.
 #pragma once

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // The handset's diagnostic serial port: raw 115200 baud 8N1, opened for this
 // program alone. A request goes out as one frame; its reply is the next frame
 // that answers it: logs and event reports the handset sends on its own, and

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // The catalogue of the handset's values: for every value of the panel, the
 // field of the NV item that holds it, the cell where the panel shows it and
 // how the user may edit it, and its factory value. It is a JSON file; the

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // The numbers of the TessalyErrors of the simulated handset and its memory.
 #pragma once
 

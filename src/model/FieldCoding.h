@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // One value of the panel as it stands in an NV item's bytes: where it is, how
 // it is coded, and the turning of its text into bytes and back.
 #pragma once

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // The NV memory of the simulated handset, kept in an NV file of the memory
 // kind (model/NvFile.h).
 //

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // NV items on disk: the simulated handset's memory and the backups of a live
 // handset are files of one format, read and written here alone. A JSON object
 // says which kind of file it is ("format"), carries a few fields of its own

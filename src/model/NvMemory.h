@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // A handset's NV memory as the model sees it: numbered items of 128 data
 // bytes, each read and written whole, each answered with a status. The file
 // of the simulated handset is one such memory; a handset on its diagnostic

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // The simulated handset's side of the panel's pages: where each sheet of the
 // catalogue stands in the panel, the values of a read written into its cells,
 // and the values the user may have edited read back from them.

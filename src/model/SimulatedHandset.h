@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // A model that behaves like a CDMA handset on a serial port: its NV items
 // live in an NV memory, the catalogue says where each value of the panel
 // stands in them, and the three commands move the values between the memory

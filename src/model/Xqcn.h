@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // NV items and the handset's file system in an XQCN file, the XML file in
 // which the Windows service tools and several open tools keep a handset's NV
 // items and EFS files, read and written here as pure functions over the

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // Pages of the host's own, added behind page 20 and removed newest first;
 // and RemoveTab taking a fixed page's node out of the tree. Both report a
 // failure to the host as the call's failure.

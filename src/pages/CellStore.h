@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // The cell store: how each cell of each page may be edited, the places of the
 // "LOCK CODE" items, and the host's cell operations that fill both. One
 // function maps a page, row and column to the cell's record. As a page

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // The MIP profile page: how many profiles are in use, which one is active,
 // and the tree's profile nodes kept in line with the count. The count is the
 // list's choice and the active profile the option buttons'; the page keeps

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // The pages' control sets, numbered 0 to LastTab(): each a frame holding a
 // grid and its two editors, made, dressed, shown and removed together; the
 // item rows and title rows of the grids; and the grids' wheel hooks. Another

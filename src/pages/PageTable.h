@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // The panel's fixed pages in one table: each page's number, the tree node
 // that shows it and that node's parent, its grid's columns, whether its grid
 // carries a title row, and the default width of its value columns. The

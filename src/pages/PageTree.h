@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // The page tree: its nodes, and what a click on a node shows on the right,
 // with the page's name over the data area. The added pages and the MIP
 // profiles change the nodes through it.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // The component's entry points: a factory of panels, and whether anything of
 // the library is still alive.
 #include "panel/Panel.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // The panel object behind Tessaly: it builds the controls, makes the
 // subsystems that own the panel's state, hands each the controls it alone
 // changes, and wires the controls' events to their handlers. Its own events

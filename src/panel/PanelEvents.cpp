@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // The controls' events, each routed to its subsystem's handler; an element
 // of a control array passes its index, and page control sets loaded later
 // are wired as they come.

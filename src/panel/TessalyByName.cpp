@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // Calls by name: each invokable forwards to the panel's own method, turns an
 // `int` into the `short` the panel takes, and turns any exception into
 // CallFailed and the failed call's return value.

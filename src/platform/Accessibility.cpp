@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // The factory of the platform's accessible interfaces, and those of the
 // picture controls and frames; the grid's table is in FlexGridAccessible.cpp,
 // the page tree's in OrvenTreeViewAccessible.cpp.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // How the platform's own controls show themselves to screen readers and
 // other assistive technology through Qt's accessibility: the grid as a table
 // of cells with their row and column titles, picture controls that act as

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // The platform's dynamic array, with lower bound 0 and an upper bound. An
 // index outside the bounds is a run-time error, and resizing keeps the
 // elements whose indexes still fit.

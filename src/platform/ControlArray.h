@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // A control array: controls of one kind that share a name and are told apart
 // by an index. Elements can be loaded and unloaded at run time; a loaded
 // element copies the properties of the lowest element and starts hidden.

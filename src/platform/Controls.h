@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // The intrinsic controls of the forms platform, each a standard Qt widget with
 // the twips geometry of FormControl and each in its own header: frames,
 // labels, text boxes, combo boxes, option buttons and shapes; the picture

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // The grid's scroll bars: flat, in the skin's greys, drawn with plain fills.
 // They have the style's geometry and behaviour; only their look is their own,
 // which keeps a page switch from repainting gradient grooves line by line.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // The grid as screen readers see it: a table whose children are all its
 // cells, row after row. The title row gives the columns' titles and column 0
 // the rows' (item) titles; the table proper is the value cells from row 1 and

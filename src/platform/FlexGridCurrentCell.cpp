@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // The grid's Cell... properties: the rectangle and the looks of the current
 // cell, the one that Row and Col name.
 #include "platform/MSFlexGrid.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // Where rows and columns are on the viewport, and the scroll range that
 // follows from it: the one place that maps rows and columns to pixels and
 // back, for painting, hit-testing, scrolling and the Cell... geometry.

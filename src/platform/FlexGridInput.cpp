@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // Mouse, keyboard, wheel and scroll bars. The grid moves its current cell on
 // clicks only; keys are reported to the panel, which moves the cell itself.
 #include "platform/MSFlexGrid.h"

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // Painting of the grid: only the cells that meet the dirty rectangle.
 #include "platform/FlatScrollBar.h"
 #include "platform/MSFlexGrid.h"

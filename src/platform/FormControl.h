@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // The forms platform's view of a control: position and size in twips, own
 // visibility and enabled state, stacking, focus and immediate repaint, and the
 // container it sits in. Mixed into the Qt widget that stands for each control.

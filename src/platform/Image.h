@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // An image: it only shows its picture, transparent wherever the picture does
 // not reach, and raises mouse events; a click leaves the focus where it was.
 #pragma once

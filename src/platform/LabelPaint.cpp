@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // How a label draws its caption: as QLabel draws one that fits; one line
 // too wide shrinks, wrapped lines stop at the last whole line that fits.
 // The caption is drawn as ink once and copied at every later paint.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // The grid's data and properties. The current cell's properties are in
 // FlexGridCurrentCell.cpp; row and column positions are worked out in
 // FlexGridGeometry.cpp, painting in FlexGridPaint.cpp, mouse and keyboard in

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // The grid control of the item pages: a table of text cells with one fixed
 // title row, a current cell on which the Cell... properties act, scrolling by
 // whole rows and columns, and per-cell colours, alignment and bold. Cells live

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // Modal boxes. A box runs an event loop of its own inside the handler that
 // opened it, and a host may end a panel from that loop (from a timer, say).
 // Such a panel's controls and state must outlive the handlers still waiting

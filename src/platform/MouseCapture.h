@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // Mouse capture: the one control that receives every mouse event, wherever
 // the pointer is, until it lets go. Qt's mouse grab plays this part.
 #pragma once

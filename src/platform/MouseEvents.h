@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // Mouse events as the forms platform reports them: MouseDown, MouseMove and
 // MouseUp with the buttons (1 left, 2 right, 4 middle), the shift state and
 // the position in twips, and Click when a button is let go over the control

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // Whole-number conversions with the platform's overflow rule: a value that
 // does not fit its width is a run-time error, never a silent wrap.
 #pragma once

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // The page tree: root nodes with child nodes, each known by its text alone,
 // which is its key and its caption. Click is raised when the user selects a
 // node, by mouse, keyboard or a screen reader's action; selecting by code

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // The page tree as a screen reader expects a tree: its children are its
 // nodes, in the order they show, and nothing else (the view's hidden header
 // is no node). Each node tells whether it is selected, focused, expanded or

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // A picture box: a drawing surface that takes the focus and raises mouse
 // events. Drawing goes onto the surface and stays there until Refresh wipes it
 // back to the picture. Drawing shows at once, as on the screen itself, even

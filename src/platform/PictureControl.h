@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // What the two picture controls share: a picture drawn at the top left corner,
 // uncut and unscaled; the mouse events and Click; and the role of a button,
 // which takes the focus by Tab, shows it with a dotted outline, and raises on

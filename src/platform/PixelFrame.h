@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // A one-pixel outline drawn as four filled rectangles inside `rect`. A pen
 // of width 1 straddles the edge of a pixel, which at a device pixel ratio
 // above 1 paints half of one device line and leaves the other half as it was.

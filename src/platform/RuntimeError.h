@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // Run-time errors of the forms platform: a number and a description, thrown by
 // the controls and arrays, and the record of the current
 // error that the panel's error report reads.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // A text's ink: the text drawn once on a transparent ground at the device's
 // pixel ratio, and copied from there at every later paint. Drawing text
 // blends each glyph's coverage with the pen, which for a caption costs ten

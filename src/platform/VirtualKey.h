@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // Key events as the forms platform reports them: Windows virtual-key codes and
 // a shift state of 1 (shift), 2 (ctrl) and 4 (alt).
 #pragma once

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // A move of a window driven by the user, as when its caption is grabbed: the
 // window system's own move where the platform offers one for a top-level
 // window; elsewhere, and for a window inside another, the window follows the

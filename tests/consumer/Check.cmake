@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: The Tessaly developers
+# SPDX-License-Identifier: BSD-3-Clause
+#
 # Installs the built project into a scratch prefix and uses it as a developer
 # does: the installed programs and the Designer plugin with no environment
 # set, and the hosts of Hosts.cmake.

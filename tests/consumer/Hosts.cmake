@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: The Tessaly developers
+# SPDX-License-Identifier: BSD-3-Clause
+#
 # Builds the host projects of this folder against an installed Tessaly and
 # runs them as a developer would: one through find_package(Tessaly), one
 # loading the library at run time, one finding the Designer plugin as Qt

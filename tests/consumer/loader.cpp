@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: GPL-2.0-or-later
+//
 // A host that loads the installed library at run time, makes, uses and ends a
 // panel through the component's entry points and calls by name alone, unloads
 // the library and does it all again.

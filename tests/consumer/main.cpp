@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: GPL-2.0-or-later
+//
 // A host that places the panel and fills one value, as an installed package
 // user writes it.
 #include <tessaly/Tessaly.h>

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: GPL-2.0-or-later
+//
 // Qt Designer's way to the panel: it looks for custom widget plugins in the
 // folder "designer" of every Qt plugin path, QT_PLUGIN_PATH's among them, and
 // makes the widget that a form holds.

@@ -1,7 +1,11 @@
+# SPDX-FileCopyrightText: The Tessaly developers
+# SPDX-License-Identifier: BSD-3-Clause
+#
 # Builds the Debian packages with scripts/package into a scratch folder,
-# checks them with lintian, unpacks them into a scratch root and uses what
-# they hold: the programs, a host built against libtessaly-dev through CMake
-# and pkg-config, and the Designer plugin. Skipped where dpkg is not there.
+# checks them and the source package (whose debian/copyright lintian reads)
+# with lintian, unpacks them into a scratch root and uses what they hold: the
+# programs, a host built against libtessaly-dev through CMake and pkg-config,
+# and the Designer plugin. Skipped where dpkg is not there.
 #   -DSOURCE_DIR (the checkout) -DWORK_DIR -DVERSION
 include(${SOURCE_DIR}/tests/consumer/Hosts.cmake)
 
@@ -34,7 +38,11 @@ foreach(package IN LISTS packages)
     list(APPEND debs ${deb})
     run(dpkg-deb -x ${deb} ${WORK_DIR}/root)
 endforeach()
-run(lintian --fail-on error,warning ${debs})
+file(GLOB dsc ${WORK_DIR}/debs/tessaly_${VERSION}.dsc)
+if(NOT dsc)
+    message(FATAL_ERROR "scripts/package made no source package of version ${VERSION}")
+endif()
+run(lintian --fail-on error,warning ${debs} ${dsc})
 
 set(usr ${WORK_DIR}/root/usr)
 run(${bare} ${usr}/bin/halvane --version)

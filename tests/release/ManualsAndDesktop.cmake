@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: The Tessaly developers
+# SPDX-License-Identifier: BSD-3-Clause
+#
 # What a desktop reads of halvane: the menu entry and the metainfo pass their
 # validators, and every option the programs' --help lists is in their manual
 # pages and their bash completion, so an option added to a program and not

@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: The Tessaly developers
+# SPDX-License-Identifier: BSD-3-Clause
+#
 # The version stands once, in project(VERSION); everything that tells it must
 # agree: halvane --version, the library's SONAME and the package named after
 # it, tessaly.pc, the CMake package's version file, the AppStream release and

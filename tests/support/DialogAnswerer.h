@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: GPL-2.0-or-later
+//
 // Answers the modal dialogs that the code under test opens, the way a user
 // would press OK, and records what each one said. While no answerer is alive,
 // a dialog that opens fails the running test and is closed all the same, so

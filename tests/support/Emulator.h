@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: GPL-2.0-or-later
+//
 // tessaly-emu run from a test as a user runs it, on a state file the test
 // writes, and stopped when the test lets it go. The test's target defines
 // TESSALY_EMU, the program's path.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: GPL-2.0-or-later
+//
 // A root folder laid out as the kernel shows serial ports: sysfs's tty
 // class with the USB devices and interfaces behind it, /proc with programs
 // holding device nodes, and /dev. Device nodes are plain files, or links to

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: GPL-2.0-or-later
+//
 // A stand-in for ModemManager on the test's own bus, given by its address
 // (--bus), never the machine's: it owns ModemManager's name and answers InhibitDevice. It "holds" a port as a
 // link of a fake /proc, or (--modem-port NAME) as a modem object that lists

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: GPL-2.0-or-later
+//
 // A panel on screen, as a host shows it, with its controls by their layout
 // names.
 #pragma once

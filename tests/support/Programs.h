@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: GPL-2.0-or-later
+//
 // halvane run from a test as a user runs it: unattended, with its data
 // folder in the test's own folder and the system bus pointed at the test's
 // own, or at none, never the machine's. The test's target defines HALVANE,

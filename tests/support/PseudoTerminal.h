@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: GPL-2.0-or-later
+//
 // A pseudo-terminal that stands for a line with no handset behind it: a
 // silent one, one that answers every request with noise, or one that
 // answers as the test tells it. The test holds its far end, and the near end

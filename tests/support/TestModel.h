@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: GPL-2.0-or-later
+//
 // A model of the tests' own: each command runs the body a test gives it, which
 // raises events in a chosen order or fails, and every call is recorded.
 #pragma once

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: GPL-2.0-or-later
+//
 // Runs a test binary headless: the offscreen platform unless one is chosen,
 // with every modal dialog answered.
 #include "support/DialogAnswerer.h"

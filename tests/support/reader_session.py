@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: The Tessaly developers
+# SPDX-License-Identifier: GPL-2.0-or-later
+
 """A desktop of the test's own for reading halvane as a screen reader does.
 
 It starts a virtual X server, a session bus and the accessibility bus

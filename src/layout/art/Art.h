@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // The skin's bitmaps as the generator knows them: each has a name, a size in
 // pixels, and a painting that draws it in those coordinates at any scale.
 #pragma once

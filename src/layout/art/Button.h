@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // The push-button face that every button of the skin shares, in its four
 // looks: at rest, lit under the pointer, pressed in, and unavailable.
 #pragma once

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // The panel's command buttons, each in its four looks, with the command's
 // caption in the bitmap: the buttons have no captions of their own.
 #include "Art.h"

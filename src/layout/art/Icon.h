@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // halvane's application icon: the title bar's emblem grown to an icon, signal
 // bars in amber on a slate tile, over the steel and amber of the title band.
 #pragma once

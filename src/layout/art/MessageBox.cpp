@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // The panel's message box: a window of 406 x 172 pixels with corners rounded
 // to a radius of 10, whose bitmap is larger than the window and simply
 // continues its ground; the handset beside the message; the OK button.

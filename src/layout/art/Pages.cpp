@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // The backgrounds of the two pages that are not grids: the basic
 // information page, with the frames of its six value boxes, and
 // the Mobile IP page, with a group for the profile choices and one for

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // The skin's colours and type: light steel faces and dark slate chrome with
 // an amber accent, on the panel's own grey.
 #pragma once

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // The panel: a title band with room for the window buttons at its right end,
 // the page tree and progress group on a card at the left with the command
 // buttons below it, and the data area at the right, whose dark header carries

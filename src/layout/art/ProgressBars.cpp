@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // The progress bar: an empty track with a one-pixel outline, and the amber
 // fill that the panel lays inside the outline, at (1, 1) of the track, as far
 // as the work has gone.

@@ -1,3 +1,6 @@
+# SPDX-FileCopyrightText: The Tessaly developers
+# SPDX-License-Identifier: BSD-3-Clause
+#
 # tessaly_add_skin(target): draws the skin's bitmaps at build time with the
 # tessaly_skinart program and embeds them into `target` as the resources
 # :/tessaly/skin/<name>.png and :/tessaly/skin/<name>@2x.png.

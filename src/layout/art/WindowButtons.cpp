@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // The minimise and close buttons at the right end of the panel's title band.
 // Their controls are a pixel smaller than the bitmaps, so the face takes the
 // top-left 17 x 17 pixels and the last row and column carry the band.

@@ -1,3 +1,6 @@
+// SPDX-FileCopyrightText: The Tessaly developers
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
 // Draws the skin's bitmaps into the folder given as the only argument: each
 // as <name>.png at its size and <name>@2x.png at twice its size for screens
 // of a higher pixel ratio, both from the same painting. The files are 8-bit
