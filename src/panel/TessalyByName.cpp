@@ -24,6 +24,8 @@ Result Guarded(TessalyByName& byName, const char* method, Result failed, Call&& 
     tessaly::ErrRecord error;
     try {
         return call(static_cast<Tessaly&>(byName));
+    } catch (const TessalyError& thrown) {
+        error = {thrown.number(), thrown.description()};
     } catch (...) {
         error.Capture(std::current_exception());
     }
