@@ -1,5 +1,5 @@
 # SPDX-FileCopyrightText: The Tessaly developers
-# SPDX-License-Identifier: BSD-3-Clause
+# SPDX-License-Identifier: LGPL-2.1-or-later
 #
 # What `cmake --install` puts under the prefix: the library with its headers,
 # the CMake package and pkg-config file that find it, halvane, tessaly-emu and

@@ -1,5 +1,5 @@
 # SPDX-FileCopyrightText: The Tessaly developers
-# SPDX-License-Identifier: BSD-3-Clause
+# SPDX-License-Identifier: LGPL-2.1-or-later
 #
 # Writes the udev rule for the handsets' diagnostic interfaces from the list
 # src/link/DiagInterfaces.txt: cmake -DLIST=... -DRULE=... -P UdevRule.cmake.
