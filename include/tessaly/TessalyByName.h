@@ -1,40 +1,11 @@
 // SPDX-FileCopyrightText: The Tessaly developers
 // SPDX-License-Identifier: LGPL-2.1-or-later
-//
-// The panel's host methods as a host calls them by name through Qt's
-// meta-object system: QMetaObject::invokeMethod, QMetaMethod::invoke, a
-// script engine or a host that loads the library at run time.
-//
-// Each method of <tessaly/Tessaly.h> is here under its own name with
-// built-in Qt types, so that it can be invoked directly or queued: a page
-// number, a count or an index as `short`, a row or column as `int`. A method
-// with a `short` argument has a second signature with `int` in its place,
-// for hosts that pass every whole number as an `int`:
-//
-//     QMetaObject::invokeMethod(panel, "SetNVFieldItemCount", Q_ARG(short, 0), Q_ARG(short, 12));
-//     QMetaObject::invokeMethod(panel, "SetNVFieldItemCount", Q_ARG(int, 0), Q_ARG(int, 12));
-//     short page = 0;
-//     QMetaObject::invokeMethod(panel, "AddTab", Q_RETURN_ARG(short, page), Q_ARG(QString, "Mine"), Q_ARG(short, 3));
-//     int added = 0;
-//     QMetaObject::invokeMethod(panel, "AddTab", Q_RETURN_ARG(int, added), Q_ARG(QString, "Mine"), Q_ARG(int, 3));
-//
-// The getters without arguments return `short` (Q_RETURN_ARG(short, ...)).
-//
-// A call by name never throws. When a method fails (AddTab or RemoveTab
-// refused, or an `int` outside -32768 to 32767 where the panel takes a
-// `short`: error 6, "Overflow"), the panel emits CallFailed with the method's
-// name, the error number and its description, before the call returns, and
-// the call returns -1 from AddTab, 0 or "" from the others. Refusals that the
-// panel tells the user in a message box (a bad page or column in a cell
-// operation) are not failures of the call.
-//
-// These methods are public to the meta-object system, so that script
-// engines, which call only the public methods of an object (QJSEngine, QML's
-// engine), reach them as `panel.SetNVFieldItemCount(0, 12)`; and private to
-// C++: a C++ host calls the methods of Tessaly itself, which throw
-// TessalyError as <tessaly/Tessaly.h> says. So whether a failure is thrown or
-// signalled depends on the way of calling, never on the type of the pointer a
-// call is made through.
+
+/**
+ * \file TessalyByName.h
+ * \brief The panel's host methods as a host calls them by name, and the
+ * signal that tells a failed call, TessalyByName::CallFailed.
+ */
 #pragma once
 
 #include <tessaly/tessaly_export.h>
@@ -45,11 +16,54 @@
 class IBaseModel;
 class Tessaly;
 
+/**
+ * \brief The panel's host methods as a host calls them by name through Qt's
+ * meta-object system: QMetaObject::invokeMethod, QMetaMethod::invoke, a
+ * script engine or a host that loads the library at run time.
+ *
+ * Each method of Tessaly is here under its own name with built-in Qt types,
+ * so that it can be invoked directly or queued: a page number, a count or an
+ * index as `short`, a row or column as `int`. A method with a `short`
+ * argument has a second signature with `int` in its place, for hosts that
+ * pass every whole number as an `int`:
+ *
+ * \snippet host.cpp by name
+ *
+ * The getters without arguments return `short` (Q_RETURN_ARG(short, ...)).
+ *
+ * A call by name never throws. When a method fails (AddTab or RemoveTab
+ * refused, or an `int` outside -32768 to 32767 where the panel takes a
+ * `short`: error 6, "Overflow"), the panel emits CallFailed with the method's
+ * name, the error number and its description, before the call returns, and
+ * the call returns -1 from AddTab, 0 or "" from the others. Refusals that the
+ * panel tells the user in a message box (a bad page or column in a cell
+ * operation) are not failures of the call.
+ *
+ * These methods are public to the meta-object system, so that script
+ * engines, which call only the public methods of an object (QJSEngine, QML's
+ * engine), reach them as `panel.SetNVFieldItemCount(0, 12)`; and private to
+ * C++: a C++ host calls the methods of Tessaly itself, which throw
+ * TessalyError as their documentation says. So whether a failure is thrown or
+ * signalled depends on the way of calling, never on the type of the pointer a
+ * call is made through.
+ *
+ * \snippet host.cpp script
+ *
+ * A host never makes a TessalyByName itself: every one is a Tessaly.
+ */
 class TESSALY_EXPORT TessalyByName : public QWidget {
     Q_OBJECT
 
 Q_SIGNALS:
-    // A call by name of `method` failed with this error; see above.
+    /**
+     * \brief A call by name of `method` failed with this error.
+     *
+     * Emitted before the failed call returns.
+     * \param method The method's name, as "AddTab".
+     * \param number The error's number: TessalyError::number() of the
+     *        error the method threw, 6 for an `int` argument beyond a `short`.
+     * \param description The error's description.
+     */
     void CallFailed(const QString& method, int number, const QString& description);
 
 private:
