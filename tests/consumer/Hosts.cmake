@@ -5,8 +5,11 @@
 # runs them as a developer would: one through find_package(Tessaly), one
 # loading the library at run time, one finding the Designer plugin as Qt
 # Designer does, and one through pkg-config.
-#   tessaly_check_hosts(PREFIX LIBDIR WORK_DIR)
+#   tessaly_check_hosts(PREFIX LIBDIR WORK_DIR [SYSTEM_LIBRARIES])
 # PREFIX holds the installation, LIBDIR is its library folder relative to it.
+# SYSTEM_LIBRARIES, for an installation whose programs and plugins carry no
+# run path (Debian's packages, unpacked), stands for the system's library
+# folder that they are meant to be installed into.
 
 set(bare env -i QT_QPA_PLATFORM=offscreen)
 set(hostSources ${CMAKE_CURRENT_LIST_DIR})
@@ -28,7 +31,11 @@ function(tessaly_check_hosts prefix libdir work)
     run(${CMAKE_COMMAND} --build ${work}/build)
     run(${bare} ${work}/build/consumer)
     run(${bare} ${work}/build/loader)
-    run(${bare} QT_PLUGIN_PATH=${prefix}/${libdir}/qt6/plugins ${work}/build/pluginhost)
+    set(system)
+    if(ARGC GREATER 3)
+        set(system LD_LIBRARY_PATH=${ARGV3})
+    endif()
+    run(${bare} ${system} QT_PLUGIN_PATH=${prefix}/${libdir}/qt6/plugins ${work}/build/pluginhost)
 
     run(env PKG_CONFIG_PATH=${prefix}/${libdir}/pkgconfig pkg-config --cflags --libs tessaly)
     separate_arguments(flags UNIX_COMMAND "${output}")
