@@ -78,9 +78,15 @@ set(qch ${usr}/share/qt6/doc/tessaly.qch)
 if(NOT EXISTS ${qch})
     message(FATAL_ERROR "libtessaly-doc holds no share/qt6/doc/tessaly.qch")
 endif()
-file(READ ${qch} signature LIMIT 15)
+# debhelper puts a -doc package's examples into the folder of the package it
+# documents.
+file(GLOB example ${usr}/share/doc/*/examples/host.cpp)
+if(NOT example)
+    message(FATAL_ERROR "libtessaly-doc holds no example host")
+endif()
+file(READ ${qch} signature LIMIT 16)
 file(STRINGS ${qch} namespace REGEX "org\\.tessaly\\.Tessaly\\." LIMIT_COUNT 1)
-if(NOT signature STREQUAL "SQLite format 3" OR NOT namespace)
+if(NOT signature MATCHES "^SQLite format 3" OR NOT namespace)
     message(FATAL_ERROR "${qch} is no QCH file of the namespace org.tessaly.Tessaly")
 endif()
 
