@@ -22,8 +22,6 @@ using model::NvStatus;
 
 namespace {
 
-enum : int32_t { errBackupUnwritable = 2030, errBackupUnreadable = 2031, errOtherHandset = 2032 };
-
 QString IdentityHex(const model::NvData& data, int bytes)
 {
     QByteArray raw(reinterpret_cast<const char*>(data.data()), bytes);

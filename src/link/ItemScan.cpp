@@ -20,8 +20,6 @@ using model::NvStatus;
 
 namespace {
 
-enum : int32_t { errScanStopped = 2041 };
-
 enum class Outcome { Lacking, Held, Refused, Busy }; // by rising weight in the counts
 
 Outcome OutcomeOf(const ItemAnswer& answer)

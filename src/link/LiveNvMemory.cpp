@@ -18,12 +18,6 @@ using model::EsnItem;
 using model::MeidItem;
 using model::NvStatus;
 
-namespace {
-
-enum : int32_t { errWriteUnverified = 2021, errSpcRefused = 2022 };
-
-} // namespace
-
 LiveNvMemory::LiveNvMemory(SerialLink& link, std::function<QString()> askSpc)
     : m_link(link)
     , m_askSpc(std::move(askSpc))
