@@ -5,6 +5,7 @@
 
 #include "link/Pipeline.h"
 #include "model/Catalogue.h"
+#include "link/IdentityText.h"
 
 #include <tessaly/TessalyError.h>
 

@@ -6,6 +6,7 @@
 #include "link/Backup.h"
 #include "link/DiagPackets.h"
 #include "model/Catalogue.h"
+#include "link/IdentityText.h"
 
 #include <tessaly/TessalyError.h>
 
