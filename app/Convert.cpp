@@ -4,6 +4,7 @@
 #include "Convert.h"
 
 #include "link/Backup.h"
+#include "link/ErrorNumbers.h"
 #include "model/Xqcn.h"
 
 #include <tessaly/TessalyError.h>
@@ -34,7 +35,7 @@ model::NvFile ReadJson(const QString& path)
     const QString problem = model::ReadNvFile(
         path, {model::NvFileKind::Backup, model::NvFileKind::FullBackup, model::NvFileKind::Memory}, file);
     if (!problem.isEmpty())
-        throw TessalyError(0, QStringLiteral("%1 is refused: %2.").arg(path, problem));
+        throw TessalyError(link::errBackupUnreadable, QStringLiteral("%1 is refused: %2.").arg(path, problem));
     return file;
 }
 

@@ -4,6 +4,7 @@
 #include "Restore.h"
 
 #include "link/Backup.h"
+#include "link/Restore.h"
 #include "link/EfsRestore.h"
 
 #include <cstdio>

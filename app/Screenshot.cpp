@@ -5,16 +5,18 @@
 
 #include "UserActions.h"
 
-#include "frame/frmMsgBox.h" // the panel's own box, which no host method opens
 #include "model/SimulatedHandset.h"
 
+#include <tessaly/MessageBox.h>
 #include <tessaly/Tessaly.h>
 
 #include <QApplication>
+#include <QDialog>
 #include <QDir>
 #include <QFileInfo>
 
 #include <cstdio>
+#include <memory>
 
 namespace halvane {
 
@@ -43,15 +45,13 @@ int RenderScreenshot(const Options& options, Tessaly& panel, tessaly::model::Sim
     QApplication::processEvents();
     if (!ShowAsAsked(options, panel))
         return 2;
-    tessaly::frmMsgBox box(&panel);
-    if (options.hasMessage) {
-        box.SetMessage(options.message);
-        box.show();
-    }
+    const std::unique_ptr<QDialog> box(options.hasMessage ? TessalyCreateMessageBox(&panel, options.message) : nullptr);
+    if (box)
+        box->show();
     QApplication::processEvents(); // let the shown page lay itself out
     const QString file = options.screenshot.isEmpty() ? QDir::current().filePath(QStringLiteral("halvane.png"))
                                                       : options.screenshot;
-    if (!(box.isVisible() ? RenderShaped(box) : RenderWithPopups(panel, dialogs.seen())).save(file)) {
+    if (!(box ? RenderShaped(*box) : RenderWithPopups(panel, dialogs.seen())).save(file)) {
         std::fprintf(stderr, "halvane: cannot write %s\n", qPrintable(file));
         return 1;
     }

@@ -5,15 +5,15 @@
 // rendering of what the screen then shows.
 #include "UserActions.h"
 
-#include "pages/PageTable.h"
-
 #include <tessaly/Tessaly.h>
 
 #include <QAbstractScrollArea>
+#include <QAccessible>
 #include <QApplication>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QTreeWidget>
+#include <QTreeWidgetItemIterator>
 
 namespace halvane {
 
@@ -40,19 +40,9 @@ void SendLeftButton(QWidget* target, QPointF at, std::initializer_list<QEvent::T
 QStringList PageNodes(Tessaly& panel)
 {
     QStringList nodes;
-    for (const tessaly::PageEntry& root : tessaly::FixedPages()) {
-        if (!root.node || root.parent)
-            continue;
-        nodes << QLatin1String(root.node);
-        for (const tessaly::PageEntry& child : tessaly::FixedPages())
-            if (child.parent && QLatin1String(child.parent) == QLatin1String(root.node))
-                nodes << QLatin1String(child.node);
-    }
-    // The host's own pages are the tree's root nodes that no fixed page has.
     if (QTreeWidget* tree = TreeOf(panel))
-        for (int i = 0; i < tree->topLevelItemCount(); ++i)
-            if (const QString node = tree->topLevelItem(i)->text(0); !tessaly::FindPageByNode(node))
-                nodes << node;
+        for (QTreeWidgetItemIterator node(tree); *node; ++node)
+            nodes << (*node)->text(0);
     return nodes;
 }
 
@@ -88,11 +78,14 @@ bool OpenCellEditor(Tessaly& panel, const QString& cell)
     if (!grid || parts.size() != 2 || !rowOk || !colOk || row < 1 || col < 1
         || row >= grid->property("Rows").toInt() || col >= grid->property("Cols").toInt())
         return false;
-    grid->setProperty("Row", row);
-    grid->setProperty("Col", col);
-    const QPoint centre(grid->property("CellLeft").toInt() / 15 + grid->property("CellWidth").toInt() / 30,
-                        grid->property("CellTop").toInt() / 15 + grid->property("CellHeight").toInt() / 30);
-    SendLeftButton(grid->viewport(), grid->viewport()->mapFrom(grid, centre),
+    // Where the cell is, as a screen reader is told it.
+    QAccessibleInterface* table = QAccessible::queryAccessibleInterface(grid);
+    QAccessibleInterface* target = table && table->tableInterface() ? table->tableInterface()->cellAt(row - 1, col - 1)
+                                                                     : nullptr;
+    if (!target)
+        return false;
+    const QPoint centre = grid->viewport()->mapFromGlobal(target->rect().center());
+    SendLeftButton(grid->viewport(), centre,
                    {QEvent::MouseButtonPress, QEvent::MouseButtonRelease, QEvent::MouseButtonDblClick,
                     QEvent::MouseButtonRelease});
     return true;

@@ -15,8 +15,9 @@ class Tessaly;
 
 namespace halvane {
 
-// The nodes of the panel's pages in the tree's order: the fixed pages' and
-// then those the model added.
+// The nodes of the panel's pages in the tree's order, the fixed pages' and
+// then those the model added, as any host finds them among the panel's
+// widgets.
 QStringList PageNodes(Tessaly& panel);
 // Clicks the node of one of those pages as a user would, so that its page
 // shows; false for a text that names none.
@@ -24,7 +25,8 @@ bool ClickTreeNode(Tessaly& panel, const QString& text);
 // Clicks a button of the command bar as a user would.
 void ClickCommand(Tessaly& panel, int index);
 // Double-clicks a value cell of the page on view as a user would, which
-// opens its editor. `cell` is "row,column".
+// opens its editor, finding the cell where the grid tells a screen reader it
+// is. `cell` is "row,column".
 bool OpenCellEditor(Tessaly& panel, const QString& cell);
 
 // The panel as the screen shows it, with any list dropped open over it and

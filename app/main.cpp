@@ -24,11 +24,11 @@
 #include "Screenshot.h"
 #include "UnattendedDialogs.h"
 
-#include "frame/frmMsgBox.h" // the panel's own box, which no host method opens
-
+#include <tessaly/MessageBox.h>
 #include <tessaly/Tessaly.h>
 
 #include <QApplication>
+#include <QDialog>
 #include <QMessageBox>
 
 #include <cstdio>
@@ -120,9 +120,8 @@ int main(int argc, char** argv)
     if (!halvane::ShowAsAsked(options, panel))
         return 2;
     if (options.hasMessage) {
-        tessaly::frmMsgBox box(&panel);
-        box.SetMessage(options.message);
-        box.exec();
+        const std::unique_ptr<QDialog> box(TessalyCreateMessageBox(&panel, options.message));
+        box->exec();
     }
     return app.exec();
 }

@@ -10,6 +10,7 @@
 // behind USB answers, over items 0 to 4095 to keep the run short.
 #include "Emulator.h"
 
+#include "link/DiagPackets.h"
 #include "link/FrameCodec.h"
 #include "link/ItemScan.h"
 

@@ -8,7 +8,6 @@
 // restart, and a busy NV item.
 #include "link/DiagPackets.h"
 #include "link/Efs2.h"
-#include "link/EfsClient.h"
 #include "link/SerialLink.h"
 #include "model/Catalogue.h"
 #include "model/NvFile.h"

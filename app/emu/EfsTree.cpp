@@ -6,7 +6,6 @@
 #include "EfsTree.h"
 
 #include "link/Efs2.h"
-#include "link/EfsClient.h"
 
 #include <QDateTime>
 

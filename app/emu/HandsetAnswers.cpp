@@ -3,12 +3,12 @@
 
 #include "HandsetAnswers.h"
 
-#include "link/Backup.h"
 #include "link/DiagControl.h"
 #include "link/DiagIdentity.h"
 #include "link/DiagSubsystem.h"
 #include "link/Efs2.h"
 #include "link/PacketBytes.h"
+#include "model/Catalogue.h"
 
 namespace emu {
 
@@ -46,7 +46,7 @@ HandsetAnswers::HandsetAnswers(model::NvMemory& memory, HandsetProfile profile, 
     , m_lockable(!spc.isEmpty())
     , m_locked(m_lockable)
     , m_mode(uint16_t(ControlMode::Online))
-    , m_indexed(link::IndexedItems())
+    , m_indexed(model::Catalogue::BuiltIn().indexedItems())
 {
     m_extendedLogMask.bits = ExtendedLogBits;
 }

@@ -4,16 +4,15 @@
 #include "frame/WindowFrame.h"
 
 #include "frame/ReportError.h"
-#include "pages/PageGrids.h"
+#include "frame/modWheelScroll.h"
 #include "platform/MouseCapture.h"
 #include "platform/WindowDrag.h"
 
 namespace tessaly {
 
-WindowFrame::WindowFrame(const PanelWidget& panel, FrameControls controls, PageGrids& pages)
+WindowFrame::WindowFrame(const PanelWidget& panel, FrameControls controls)
     : m_panel(panel)
     , m_title(controls.title)
-    , m_pages(pages)
     , m_close(&controls.close, controls.closeLooks)
     , m_min(&controls.minimise, controls.minimiseLooks)
 {
@@ -41,7 +40,7 @@ void WindowFrame::imgWndClose_Click()
     OnErrorReport("Event_Function", "imgWndClose_Click", [&] {
         QWidget* parent = m_panel.UserControl.window();
         ReleaseCapture();
-        m_pages.ReleaseWheel();
+        RestoreWheelScrollWithin(&m_panel.UserControl);
         parent->close(); // the host may end the panel here
     });
 }

@@ -11,11 +11,10 @@
 
 namespace tessaly {
 
-class PageGrids;
 
 class WindowFrame {
 public:
-    WindowFrame(const PanelWidget& panel, FrameControls controls, PageGrids& pages);
+    WindowFrame(const PanelWidget& panel, FrameControls controls);
 
     // Start-up: both buttons at rest.
     void ShowStartLooks();
@@ -31,7 +30,6 @@ public:
 private:
     const PanelWidget& m_panel;
     Label& m_title;
-    PageGrids& m_pages;
     ImageButtonLook m_close;
     ImageButtonLook m_min;
 };

@@ -114,6 +114,16 @@ void RestoreWheelScroll(MSFlexGrid* grid)
     });
 }
 
+void RestoreWheelScrollWithin(const QWidget* panel)
+{
+    std::vector<MSFlexGrid*> grids;
+    for (const auto& record : g_colSubClasData())
+        if (record->gridAlive && panel->isAncestorOf(record->objGrid))
+            grids.push_back(record->objGrid);
+    for (MSFlexGrid* grid : grids)
+        RestoreWheelScroll(grid);
+}
+
 bool HasWheelScroll(const MSFlexGrid* grid)
 {
     return grid && FindRecord(grid);

@@ -11,6 +11,8 @@
 
 #include <cstdint>
 
+class QWidget;
+
 namespace tessaly {
 
 class MSFlexGrid;
@@ -19,6 +21,8 @@ class MSFlexGrid;
 void SetWheelScroll(MSFlexGrid* grid, int32_t distance);
 // Takes the hook off `grid`; nothing when it has none.
 void RestoreWheelScroll(MSFlexGrid* grid);
+// Takes the hooks off every grid inside `panel`, as the panel goes.
+void RestoreWheelScrollWithin(const QWidget* panel);
 // Whether `grid` has a hook.
 bool HasWheelScroll(const MSFlexGrid* grid);
 // TopRow moves by `lines`; the grid limits the value.

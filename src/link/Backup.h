@@ -4,19 +4,14 @@
 // Backups of a live handset's NV memory: every NV Read saves one, an NV file
 // of the backup kind (model/NvFile.h) with the handset's ESN and MEID, the
 // time, and every item with its bytes and status; a full backup
-// (link/ItemScan.h) is of the full kind. A backup is never written over.
-// Restoring one checks that it was taken from this handset, keeps a backup of
-// what the handset holds first, and tells each item's outcome.
+// (link/ItemScan.h) is of the full kind, with the handset's files. A backup
+// is never written over. Restoring one: link/Restore.h.
 #pragma once
 
-#include "link/LiveNvMemory.h"
 #include "model/NvFile.h"
 
 #include <QDateTime>
 #include <QStringList>
-
-#include <functional>
-#include <set>
 
 namespace tessaly::link {
 
@@ -26,7 +21,7 @@ struct Backup {
     QDateTime time;
     std::vector<model::NvEntry> items;
     bool full = false; // every item number of a range, not the catalogue's items
-    std::vector<model::EfsEntry> files{}; // a full backup's file system, in the order of its walk
+    std::vector<model::EfsEntry> files{}; // a full backup's file system, by path
     QStringList passedOver{}; // the streams of an XQCN file that Load did not understand (model::XqcnContents)
 
     // Saves into `folder` under a name of its own, "<ESN>-<time>.json" or for
@@ -45,28 +40,7 @@ struct Backup {
     static Backup FromItems(std::vector<model::NvEntry> items);
 };
 
-// The items that the catalogue says are kept once per NAM or per profile.
-std::set<uint16_t> IndexedItems();
-
 // The folder of the backups in the user's data folder.
 QString BackupFolder();
-
-// The ESN and the MEID as they are written, from their items' data: the
-// first 4 and 7 bytes, stored little-endian, in upper-case hexadecimal.
-QString EsnHex(const model::NvData& data);
-QString MeidHex(const model::NvData& data);
-
-// Writes `backup` back to the handset behind `memory`, which must be the one
-// it was taken from. First every item is read, the ESN and MEID compared, and
-// what the handset holds kept as a backup of its own (see
-// LiveNvMemory::setBackupFolder); then each item is written unless the
-// catalogue protects it, the handset lacks it, or the catalogue does not know
-// it and `allItems` is not given. `tell` gets one line per
-// item, as it happens: restored (written and read back the same), unchanged,
-// skipped, refused; when the link fails, the rest are told as not written.
-// Gives whether every item that was to be written was. Throws TessalyError
-// when nothing could be written at all.
-bool RestoreBackup(const Backup& backup, LiveNvMemory& memory, const std::function<void(const QString&)>& tell,
-                   bool allItems = false);
 
 } // namespace tessaly::link

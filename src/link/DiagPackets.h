@@ -14,6 +14,7 @@
 // OpenPST tools define them.
 #pragma once
 
+#include "link/ErrorNumbers.h"
 #include "model/NvMemory.h"
 
 #include <QByteArray>
@@ -49,19 +50,6 @@ enum Command : uint8_t {
     CmdLogConfig = 0x73,
     CmdExtBuildId = 0x7C,
     CmdMessageConfig = 0x7D,
-};
-
-// The numbers of the link's TessalyErrors.
-enum LinkError : int32_t {
-    errHandsetRefused = 2001, // an error reply of the handset
-    errSpcLocked = 2002, // the handset wants its SPC first
-    errWrongReply = 2003, // a reply that does not answer the request
-    errBadSpc = 2004, // an SPC that is not six digits, or a password not sixteen
-    errPortMissing = 2010, // no such port
-    errPortUnavailable = 2011, // a port that cannot be opened, or was lost
-    errHandsetSilent = 2012, // no reply, or only damaged ones
-    errRequestsDropped = 2040, // a request the handset keeps dropping
-    errEfsRefused = 2050, // the handset's file system refused an operation, with its errno
 };
 
 // An NV item request or reply: command, item number, 128 data bytes, status.

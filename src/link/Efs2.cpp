@@ -372,4 +372,15 @@ QString EfsErrorText(int32_t error)
     return QStringLiteral("error %1").arg(error);
 }
 
+QString EfsPath(const QString& folder, const QString& name)
+{
+    return folder.endsWith(QLatin1Char('/')) ? folder + name : folder + QLatin1Char('/') + name;
+}
+
+QString EfsParent(const QString& path)
+{
+    const qsizetype slash = path.lastIndexOf(QLatin1Char('/'));
+    return slash <= 0 ? QStringLiteral("/") : path.left(slash);
+}
+
 } // namespace tessaly::link

@@ -214,4 +214,8 @@ EfsReply ParseEfsReply(QByteArrayView request, QByteArrayView reply);
 // An errno for a person: "No such file or directory (ENOENT)".
 QString EfsErrorText(int32_t error);
 
+// `name` joined to the folder `folder`, and the folder that holds `path`.
+QString EfsPath(const QString& folder, const QString& name);
+QString EfsParent(const QString& path);
+
 } // namespace tessaly::link

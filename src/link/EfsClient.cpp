@@ -61,17 +61,6 @@ struct EfsClient::FolderRead {
     Listed done;
 };
 
-QString EfsPath(const QString& folder, const QString& name)
-{
-    return folder.endsWith(QLatin1Char('/')) ? folder + name : folder + QLatin1Char('/') + name;
-}
-
-QString EfsParent(const QString& path)
-{
-    const qsizetype slash = path.lastIndexOf(QLatin1Char('/'));
-    return slash <= 0 ? QStringLiteral("/") : path.left(slash);
-}
-
 void ThrowEfsError(int32_t error, const QString& path, const QString& what)
 {
     throw TessalyError(errEfsRefused, QStringLiteral("%1 could not be %2: %3.").arg(path, what, EfsErrorText(error)));

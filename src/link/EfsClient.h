@@ -29,10 +29,6 @@ struct EfsListing {
     QString target;
 };
 
-// `name` joined to the folder `folder`, and the folder that holds `path`.
-QString EfsPath(const QString& folder, const QString& name);
-QString EfsParent(const QString& path);
-
 class EfsClient {
 public:
     using Listed = std::function<void(int32_t error, std::vector<EfsListing> entries)>;

@@ -6,6 +6,7 @@
 #include "link/Backup.h"
 #include "link/DiagPackets.h"
 #include "link/SerialLink.h"
+#include "link/IdentityText.h"
 
 namespace tessaly::link {
 

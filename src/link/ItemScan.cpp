@@ -5,6 +5,7 @@
 
 #include "link/Pipeline.h"
 #include "model/Catalogue.h"
+#include "link/IdentityText.h"
 
 #include <tessaly/TessalyError.h>
 
@@ -19,8 +20,6 @@ using model::NvAddress;
 using model::NvStatus;
 
 namespace {
-
-enum : int32_t { errScanStopped = 2041 };
 
 enum class Outcome { Lacking, Held, Refused, Busy }; // by rising weight in the counts
 

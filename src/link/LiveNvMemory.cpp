@@ -6,6 +6,7 @@
 #include "link/Backup.h"
 #include "link/DiagPackets.h"
 #include "model/Catalogue.h"
+#include "link/IdentityText.h"
 
 #include <tessaly/TessalyError.h>
 
@@ -17,12 +18,6 @@ using model::Describe;
 using model::EsnItem;
 using model::MeidItem;
 using model::NvStatus;
-
-namespace {
-
-enum : int32_t { errWriteUnverified = 2021, errSpcRefused = 2022 };
-
-} // namespace
 
 LiveNvMemory::LiveNvMemory(SerialLink& link, std::function<QString()> askSpc)
     : m_link(link)

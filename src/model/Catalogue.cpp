@@ -265,4 +265,13 @@ const Catalogue& Catalogue::BuiltIn()
     return builtIn;
 }
 
+std::set<uint16_t> Catalogue::indexedItems() const
+{
+    std::set<uint16_t> indexed;
+    for (const NvAddress& address : m_addresses)
+        if (address.index >= 0)
+            indexed.insert(address.item);
+    return indexed;
+}
+
 } // namespace tessaly::model

@@ -15,6 +15,7 @@
 
 #include <array>
 #include <cstdint>
+#include <set>
 #include <vector>
 
 namespace tessaly::model {
@@ -65,6 +66,8 @@ public:
     const Field& activeProfile() const { return m_activeProfile; }
     // Every item that holds a value, once, in the order of a read.
     const std::vector<NvAddress>& addresses() const { return m_addresses; }
+    // The items kept once per NAM or per profile, by their number.
+    std::set<uint16_t> indexedItems() const;
     // The items of a new handset.
     const NvImage& factory() const { return m_factory; }
     // Why an item is never written: "identity" (ESN, MEID), "counter" (life

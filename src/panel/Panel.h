@@ -70,7 +70,7 @@ private:
     Editors m_editors{c.Widget, m_pages, m_cells};
     Progress m_progress{c.Widget, c.ForProgress()};
     ModelBinding m_model{c.Widget, c.ForModel(), m_progress};
-    WindowFrame m_frame{c.Widget, c.ForFrame(), m_pages};
+    WindowFrame m_frame{c.Widget, c.ForFrame()};
     CommandBar m_commands{c.Widget, c.ForCommands(), m_model, m_progress, m_editors, m_pages};
 };
 

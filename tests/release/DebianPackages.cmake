@@ -60,6 +60,9 @@ if(NOT output MATCHES "Section: doc" OR NOT output MATCHES "Multi-Arch: foreign"
 endif()
 
 set(usr ${WORK_DIR}/root/usr)
+# The programs carry no run path: the unpacked library folder stands for the
+# system's, where the packages install the library.
+set(system LD_LIBRARY_PATH=${usr}/${libdir})
 
 # The HTML pages, with the main page and every public class, and the QCH file
 # where Qt's help finds documentation (Qt's own documentation folder). A QCH
@@ -110,14 +113,14 @@ endforeach()
 if(elfs LESS 4)
     message(FATAL_ERROR "the packages hold ${elfs} ELF files; halvane, tessaly-emu, the library and the plugin make 4")
 endif()
-run(${bare} ${usr}/bin/halvane --version)
+run(${bare} ${system} ${usr}/bin/halvane --version)
 if(NOT output MATCHES "Halvane ${VERSION}")
     message(FATAL_ERROR "the packaged halvane --version says: ${output}")
 endif()
-run(${bare} HOME=${WORK_DIR} ${usr}/bin/halvane --state ${WORK_DIR}/state.json --screenshot ${WORK_DIR}/shot.png)
+run(${bare} ${system} HOME=${WORK_DIR} ${usr}/bin/halvane --state ${WORK_DIR}/state.json --screenshot ${WORK_DIR}/shot.png)
 file(READ ${WORK_DIR}/shot.png signature LIMIT 8 HEX)
 if(NOT signature STREQUAL "89504e470d0a1a0a")
     message(FATAL_ERROR "the packaged halvane --screenshot wrote no PNG: ${output}")
 endif()
-run(${bare} ${usr}/bin/tessaly-emu --help)
+run(${bare} ${system} ${usr}/bin/tessaly-emu --help)
 tessaly_check_hosts(${usr} ${libdir} ${WORK_DIR}/hosts ${usr}/${libdir})
