@@ -12,6 +12,7 @@
 #include <QTimer>
 
 #include <cstdio>
+#include <sys/ioctl.h>
 #include <unistd.h>
 
 namespace halvane {
@@ -73,11 +74,26 @@ public:
     {
         if (m_drawn)
             std::fprintf(stderr, "\033[%dA", int(m_devices.size()));
-        for (const QString& device : m_devices)
-            std::fprintf(stderr, "\r%s  %-8s  %s\033[K\n", qPrintable(device.leftJustified(m_width)),
-                qPrintable(m_esns.value(device, QStringLiteral("-"))), qPrintable(m_lines[device]));
+        // A line wider than the terminal would wrap, and the block would no
+        // longer be where it is redrawn.
+        winsize size {};
+        const int columns = ioctl(STDERR_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0 ? size.ws_col : 80;
+        for (const QString& device : m_devices) {
+            const QString line = QStringLiteral("%1  %2  %3")
+                                     .arg(device.leftJustified(m_width),
+                                         m_esns.value(device, QStringLiteral("-")).leftJustified(8), m_lines[device]);
+            std::fprintf(stderr, "\r%s\033[K\n", qPrintable(line.left(columns - 1)));
+        }
         std::fflush(stderr);
         m_drawn = true;
+    }
+    // Takes the block away: the summary says the same at the end.
+    void erase()
+    {
+        if (!m_drawn)
+            return;
+        std::fprintf(stderr, "\033[%dA\r\033[J", int(m_devices.size()));
+        std::fflush(stderr);
     }
 
 private:
@@ -139,7 +155,8 @@ int RunBenchCommand(const Options& options, const QStringList& devices)
         QObject::connect(&run, &BenchRun::progressed, &run,
             [&](const QString& device, const BenchProgress& progress) { block.set(device, ProgressText(progress)); });
         QObject::connect(&run, &BenchRun::finished, &run, [&](const BenchOutcome& outcome) {
-            block.identified(outcome.device, outcome.identity.value_or(link::HandsetIdentity {}));
+            if (outcome.identity)
+                block.identified(outcome.device, *outcome.identity);
             block.set(
                 outcome.device, outcome.succeeded ? outcome.outcome : QStringLiteral("failed: ") + outcome.outcome);
         });
@@ -151,7 +168,7 @@ int RunBenchCommand(const Options& options, const QStringList& devices)
     run.start(devices);
     QCoreApplication::exec();
     if (terminal)
-        block.draw();
+        block.erase();
 
     for (const QString& unreadable : run.unreadable())
         std::fprintf(stderr, "halvane: passed over %s\n", qPrintable(unreadable));
