@@ -144,6 +144,8 @@ BenchOutcome Work(const Options& options, const QString& device, const std::vect
             }
             teller.progressed({BenchProgress::Stage::Restoring}, true);
             outcome.backupPath = own->path;
+            for (const QString& stream : own->backup.passedOver)
+                outcome.told << QStringLiteral("%1 is passed over: halvane does not know what it holds").arg(stream);
             const auto tell = [&outcome](const QString& said) { outcome.told << said; };
             const bool whole = RestoreItemsAndFiles(options, own->backup, line, memory, tell);
             outcome.succeeded = whole && own->backup.passedOver.isEmpty();
