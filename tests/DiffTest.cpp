@@ -65,6 +65,7 @@ TEST_F(DiffTest, FullBackupBesideTheXqcnFileOfTheSameHoldsTheSame)
     const Outcome run = halvane({"--diff", json, xqcn});
     EXPECT_EQ(run.status, 0) << qPrintable(run.out + run.err);
     EXPECT_TRUE(run.out.endsWith("A and B hold the same: 2 items, 1 files compared.\n")) << qPrintable(run.out);
+    EXPECT_FALSE(run.out.contains("different handsets")) << "the XQCN file's identity is that of its items";
 }
 
 TEST_F(DiffTest, WhatDiffersIsMarkedByteByByteWithTheValuesSideBySide)

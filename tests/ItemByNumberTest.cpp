@@ -19,6 +19,7 @@ namespace {
 const NvAddress SecondMdn{178, 1};
 const NvAddress Unknown{4000, -1};
 const NvAddress Meid{1943, -1};
+const NvAddress Lacked{4001, -1};
 
 class ItemByNumberTest : public HandsetRunTest {
 protected:
@@ -34,6 +35,7 @@ protected:
             unknown.data[i] = uint8_t(0x41 + i);
         unknown.data[127] = 0xFF;
         items[Unknown] = unknown;
+        items[Lacked] = {Lacked, NvStatus::NotValid, {}};
         return HandsetRunTest::start(items, faults);
     }
     Items memory() const { return read(state(), NvFileKind::Memory); }
@@ -106,6 +108,10 @@ TEST_F(ItemByNumberTest, WhatTheHandsetRefusesOrGivesBackDifferentFails)
     const QString port = start({"--garble", "4000"});
     Outcome run = halvane({"--port", port, "--nv-write", "1943", "01"});
     EXPECT_EQ(run.status, 2) << "identity: refused before anything is sent";
+    run = halvane({"--port", port, "--nv-write", "4001", "00"});
+    EXPECT_EQ(run.status, 1);
+    EXPECT_EQ(run.out, "NV item 4001: not written (this handset: the item does not exist on this handset)\n");
+    EXPECT_TRUE(backups().isEmpty()) << "nothing to write, nothing kept";
     run = halvane({"--port", port, "--nv-write", "4000", "00"});
     EXPECT_EQ(run.status, 1);
     EXPECT_EQ(run.err, "halvane: NV item 4000 reads back different from what was written\n");
