@@ -76,7 +76,8 @@ TEST(DiagReports, LogPacketCarriesItsHeaderAndThePagingChannelMessageItHeard)
     EXPECT_FALSE(Answers(BareRequest(CmdStatus), packet, false));
 
     // The lengths must agree with each other and with the packet.
-    for (const char* hex : {"10001200110007100080" "5a3c210b00000511149e80", "100011001200071000805a3c210b00000511149e80",
+    for (const char* hex : {"10001200110007100080" "5a3c210b00000511149e80",
+                            "100011001200071000805a3c210b00000511149e80",
                             "100011001100071000805a3c210b00000511149e", "1000"})
         EXPECT_FALSE(ReadLogPacket(Hex(hex))) << hex;
 }
@@ -89,7 +90,8 @@ TEST(DiagReports, SyncAndSystemParametersMessagesPackTheirFieldsMostSignificantB
     EXPECT_EQ(EncodeSystemParameters({168, 5, 4139, 65535, 12, 0x1C2D}), parameters);
     const std::optional<SystemParameters> read = ReadSystemParameters(parameters);
     ASSERT_TRUE(read);
-    EXPECT_EQ(std::tuple(read->pilotPn, read->configSequence, read->sid, read->nid, read->registrationZone, read->baseId),
+    EXPECT_EQ(std::tuple(read->pilotPn, read->configSequence, read->sid, read->nid, read->registrationZone,
+                         read->baseId),
               std::tuple(168, 5, 4139, 65535, 12, 0x1C2D));
 
     // Revision 6, least revision 3, then the same system, then the time

@@ -243,7 +243,7 @@ QByteArray HandsetAnswers::callManagerState()
 {
     link::CallManagerState state;
     state.callState = 0;
-    state.operatingMode = online()                                    ? 5
+    state.operatingMode = online()                        ? 5
         : m_mode == uint16_t(ControlMode::OfflineDigital) ? 4
         : m_mode == uint16_t(ControlMode::OfflineAnalog)  ? 3
                                                           : 6;

@@ -46,9 +46,10 @@ std::vector<QByteArray> LogSource::due(Clock::time_point now, const HandsetAnswe
                                                            profile.nid, PilotPn})});
     if (handset.logging(link::LogPagingChannelMessage)) {
         // Overhead messages between the general pages of its slots.
-        const QByteArray message = m_step++ % 3 == 2
-            ? link::EncodeSystemParameters({PilotPn, ConfigSequence, profile.sid, profile.nid, RegistrationZone, BaseId})
-            : link::EncodeGeneralPage({ConfigSequence, AccessSequence});
+        const link::SystemParameters parameters{PilotPn, ConfigSequence, profile.sid,
+                                                profile.nid, RegistrationZone, BaseId};
+        const QByteArray message = m_step++ % 3 == 2 ? link::EncodeSystemParameters(parameters)
+                                                     : link::EncodeGeneralPage({ConfigSequence, AccessSequence});
         packets.push_back({0, link::LogPagingChannelMessage, 0, message});
     }
     const uint64_t stamp = link::DiagTimeStamp(link::DiagClock::now());

@@ -261,7 +261,8 @@ int main(int argc, char** argv)
                     std::fprintf(stderr, "tessaly-emu: the file system could not be saved to %s: %s\n",
                                  qPrintable(efsPath), qPrintable(unsaved));
             if (reply)
-                delayed.send(Deliver(request, *reply, plan, plan.eventFirst ? eventSource.now(handset) : std::nullopt));
+                delayed.send(
+                    Deliver(request, *reply, plan, plan.eventFirst ? eventSource.now(handset) : std::nullopt));
         }
     }
 }

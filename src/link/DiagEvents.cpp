@@ -21,7 +21,8 @@ void AppendEvent(QByteArray& report, const DiagEvent& event)
 {
     const qsizetype size = std::min<qsizetype>(event.payload.size(), 255);
     const uint16_t kind = size == 0 ? 0 : size <= 2 ? uint16_t(size) : 3;
-    AppendLittle16(report, uint16_t((event.id & IdBits) | kind << PayloadShift | (event.shortTime ? ShortTimeFlag : 0)));
+    const uint16_t flags = uint16_t(kind << PayloadShift | (event.shortTime ? ShortTimeFlag : 0));
+    AppendLittle16(report, uint16_t((event.id & IdBits) | flags));
     if (event.shortTime) {
         AppendLittle16(report, uint16_t(event.time >> 16));
     } else {

@@ -168,7 +168,8 @@ uint32_t ThreeDigits(QStringView digits)
 // digit (4 bits, 0 counted as 10) and the last three digits (10 bits).
 std::optional<MobileIdNumber> MinOfNumber(QStringView digits)
 {
-    if (digits.size() != 10 || !std::all_of(digits.begin(), digits.end(), [](QChar c) { return c >= u'0' && c <= u'9'; }))
+    const auto digit = [](QChar c) { return c >= u'0' && c <= u'9'; };
+    if (digits.size() != 10 || !std::all_of(digits.begin(), digits.end(), digit))
         return {};
     const uint32_t thousands = digits[6] == u'0' ? 10 : uint32_t(digits[6].unicode() - u'0');
     return MobileIdNumber{ThreeDigits(digits.sliced(3, 3)) << 14 | thousands << 10 | ThreeDigits(digits.sliced(7, 3)),
