@@ -27,20 +27,23 @@ DelayedReplies::DelayedReplies(int fd, std::chrono::microseconds latency, size_t
 {
 }
 
-void DelayedReplies::awaitInput()
+bool DelayedReplies::awaitInput(Clock::time_point until)
 {
     while (true) {
         sendDue();
+        const Clock::time_point wake = m_held.empty() ? until : std::min(until, m_held.front().due);
         pollfd input{m_fd, POLLIN, 0};
-        if (m_held.empty()) {
+        if (wake == Clock::time_point::max()) {
             ::poll(&input, 1, -1);
-            return;
+            return true;
         }
-        const auto wait = std::chrono::duration_cast<std::chrono::nanoseconds>(m_held.front().due - Clock::now());
-        const timespec timeout{time_t(std::max<int64_t>(0, wait.count()) / 1000000000),
-                               long(std::max<int64_t>(0, wait.count()) % 1000000000)};
+        const auto wait = std::chrono::duration_cast<std::chrono::nanoseconds>(wake - Clock::now());
+        const int64_t nanos = std::max<int64_t>(0, wait.count());
+        const timespec timeout{time_t(nanos / 1000000000), long(nanos % 1000000000)};
         if (::ppoll(&input, 1, &timeout, nullptr) > 0 && (input.revents & POLLIN))
-            return;
+            return true;
+        if (Clock::now() >= until)
+            return false;
     }
 }
 
@@ -56,6 +59,11 @@ void DelayedReplies::send(const QByteArray& reply)
         return;
     }
     m_held.push_back({Clock::now() + m_latency, reply});
+}
+
+void DelayedReplies::sendNow(const QByteArray& frames)
+{
+    WriteAll(m_fd, frames);
 }
 
 void DelayedReplies::sendDue()

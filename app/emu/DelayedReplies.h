@@ -21,13 +21,17 @@ public:
     // `fd`: the pseudo-terminal the replies go out on.
     DelayedReplies(int fd, std::chrono::microseconds latency, size_t queue);
 
-    // Waits until the line has bytes to read; replies that fall due meanwhile
-    // go out.
-    void awaitInput();
+    // Waits until the line has bytes to read, or until `until` when the
+    // handset has something of its own to send then; replies that fall due
+    // meanwhile go out. Whether there are bytes to read.
+    bool awaitInput(Clock::time_point until = Clock::time_point::max());
     // Whether a request that just came in is taken; false: it is dropped.
     bool admit() const;
     // Sends the reply to the request taken last, at once or when it is due.
     void send(const QByteArray& reply);
+    // Sends what the handset sends on its own at once, whole frames between
+    // the replies.
+    void sendNow(const QByteArray& frames);
 
 private:
     struct Held {

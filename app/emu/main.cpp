@@ -11,14 +11,18 @@
 // (HandsetAnswers.h); switches make the faults of real handsets and lines
 // (Faults.h, and --garble and --busy for single items), or mix them at random
 // from a seed (--chaos); --efs-size makes a full disk; --latency and --queue
-// make a handset behind USB (DelayedReplies.h).
+// make a handset behind USB (DelayedReplies.h). Between its replies it sends
+// event reports and log packets of its own while a tool has turned them on
+// (EventSource.h, LogSource.h), every --report-pace.
 #include "Chaos.h"
 #include "DelayedReplies.h"
 #include "EfsStateFile.h"
+#include "EventSource.h"
 #include "FactoryEfs.h"
 #include "Faults.h"
 #include "HandsetAnswers.h"
 #include "HandsetProfile.h"
+#include "LogSource.h"
 
 #include "link/FrameCodec.h"
 #include "model/Catalogue.h"
@@ -41,8 +45,9 @@ using namespace tessaly;
 namespace {
 
 // The bytes that go out for `payload`, the reply to `request`, as `plan`
-// says, after its delay.
-QByteArray Deliver(const QByteArray& request, QByteArray payload, const emu::ReplyPlan& plan)
+// says, after its delay; `event` is a report that goes out before it.
+QByteArray Deliver(const QByteArray& request, QByteArray payload, const emu::ReplyPlan& plan,
+                   const std::optional<QByteArray>& event)
 {
     if (plan.garbledRead && uint8_t(payload[0]) == link::CmdNvRead && payload.size() == link::NvPacketSize) {
         link::NvItemReply item = link::ParseNvItem(request, payload);
@@ -53,7 +58,7 @@ QByteArray Deliver(const QByteArray& request, QByteArray payload, const emu::Rep
     QByteArray frame = link::EncodeFrame(payload);
     if (plan.badCrc)
         frame[frame.size() - 2] = char(frame[frame.size() - 2] ^ 0x01);
-    return plan.eventFirst ? link::EncodeFrame(QByteArray::fromHex("6000ff")) + frame : frame;
+    return event ? link::EncodeFrame(*event) + frame : frame;
 }
 
 // Opens a pseudo-terminal in raw mode and gives its controlling side; the
@@ -114,7 +119,11 @@ int main(int argc, char** argv)
     const QCommandLineOption slow = option("slow", QStringLiteral("Answer each request after <ms>."), "ms", "0");
     const QCommandLineOption badCrc
         = option("bad-crc", QStringLiteral("Break the CRC of every <n>th reply."), "n", "0");
-    const QCommandLineOption events = option("events", QStringLiteral("Send an event report before each reply."));
+    const QCommandLineOption events = option(
+        "events", QStringLiteral("Start with event reporting on, as an earlier client left it, and send an event "
+                                 "report before each reply while it is on."));
+    const QCommandLineOption logs = option(
+        "logs", QStringLiteral("Start with every 1X log code on, as an earlier client left the log mask."));
     const QCommandLineOption dead = option("dead-after", QStringLiteral("Go silent after <n> requests."), "n", "0");
     const QCommandLineOption garble
         = option("garble", QStringLiteral("Keep other bytes than were written to NV <item>, or to the file <item> "
@@ -134,8 +143,11 @@ int main(int argc, char** argv)
         "us", "0");
     const QCommandLineOption queue
         = option("queue", QStringLiteral("With --latency, hold <n> requests at most; drop the rest."), "n", "4");
-    options.addOptions({state, model, spc, slow, badCrc, events, dead, garble, busy, late, efsSize, chaos, latency,
-                        queue});
+    const QCommandLineOption reportPace = option(
+        "report-pace", QStringLiteral("Send an event report and a log packet every <ms> while they are on."), "ms",
+        "300");
+    options.addOptions({state, model, spc, slow, badCrc, events, logs, dead, garble, busy, late, efsSize, chaos,
+                        latency, queue, reportPace});
     // A wrong option is bad usage, exit status 2; process() would exit with 1.
     if (!options.parse(QCoreApplication::arguments())) {
         std::fprintf(stderr, "tessaly-emu: %s\n", qPrintable(options.errorText()));
@@ -171,13 +183,14 @@ int main(int argc, char** argv)
         : std::optional<int>(emu::FactoryEfsCapacity());
     const std::optional<int> latencyUs = Number(QStringLiteral("--latency"), options.value(latency), 0);
     const std::optional<int> held = Number(QStringLiteral("--queue"), options.value(queue), 1);
+    const std::optional<int> paceMs = Number(QStringLiteral("--report-pace"), options.value(reportPace), 1);
     bool seeded = true;
     const uint32_t seed = options.isSet(chaos) ? options.value(chaos).toUInt(&seeded) : 0;
     if (!seeded)
         std::fprintf(stderr, "tessaly-emu: --chaos wants a whole number of 0 or more, not \"%s\"\n",
                      qPrintable(options.value(chaos)));
     if (!slowMs || !badEvery || !deadAfter || !lateRequest || !lateMs || !garbled || !busyItem || !busyReads
-        || !efsBytes || !latencyUs || !held || !seeded)
+        || !efsBytes || !latencyUs || !held || !paceMs || !seeded)
         return 2;
 
     const int master = OpenTerminal();
@@ -198,14 +211,36 @@ int main(int argc, char** argv)
     std::unique_ptr<emu::ChaosSchedule> schedule;
     if (options.isSet(chaos))
         schedule = std::make_unique<emu::ChaosSchedule>(seed);
-    emu::HandsetAnswers handset(memory, *profile, options.value(spc), {*garbled, *busyItem, *busyReads}, files);
+    // The faults of event reports meet a handset that an earlier client left
+    // reporting.
+    emu::HandsetAnswers handset(memory, *profile, options.value(spc), {*garbled, *busyItem, *busyReads}, files,
+                                {options.isSet(events) || options.isSet(chaos), options.isSet(logs)});
     DelayedReplies delayed(master, std::chrono::microseconds(*latencyUs), size_t(*held));
+    const std::chrono::milliseconds pace(*paceMs);
+    emu::EventSource eventSource(pace, DelayedReplies::Clock::now());
+    emu::LogSource logSource(pace, DelayedReplies::Clock::now());
 
     link::FrameDecoder decoder;
     int requests = 0;
     char buffer[4096];
+    // What the handset sends on its own when it falls due, between replies;
+    // nothing from a handset that is starting or a line gone dead.
+    const auto report = [&](DelayedReplies::Clock::time_point now) {
+        if (handset.silent() || (faults.deadAfter > 0 && requests > faults.deadAfter))
+            return;
+        QByteArray frames;
+        if (const std::optional<QByteArray> events = eventSource.due(now, handset))
+            frames += link::EncodeFrame(*events);
+        for (const QByteArray& packet : logSource.due(now, handset))
+            frames += link::EncodeFrame(packet);
+        if (!frames.isEmpty())
+            delayed.sendNow(frames);
+    };
     while (true) {
-        delayed.awaitInput();
+        const bool input = delayed.awaitInput(std::min(eventSource.nextAt(), logSource.nextAt()));
+        report(DelayedReplies::Clock::now());
+        if (!input)
+            continue;
         const ssize_t n = ::read(master, buffer, sizeof buffer);
         if (n <= 0) {
             std::this_thread::sleep_for(std::chrono::milliseconds(20));
@@ -226,7 +261,8 @@ int main(int argc, char** argv)
                     std::fprintf(stderr, "tessaly-emu: the file system could not be saved to %s: %s\n",
                                  qPrintable(efsPath), qPrintable(unsaved));
             if (reply)
-                delayed.send(Deliver(request, *reply, plan));
+                delayed.send(
+                    Deliver(request, *reply, plan, plan.eventFirst ? eventSource.now(handset) : std::nullopt));
         }
     }
 }
