@@ -27,20 +27,26 @@ DelayedReplies::DelayedReplies(int fd, std::chrono::microseconds latency, size_t
 {
 }
 
-void DelayedReplies::awaitInput()
+bool DelayedReplies::awaitInput(int stop)
 {
     while (true) {
         sendDue();
-        pollfd input{m_fd, POLLIN, 0};
+        pollfd waited[2] = {{m_fd, POLLIN, 0}, {stop, POLLIN, 0}};
+        int ready = 0;
         if (m_held.empty()) {
-            ::poll(&input, 1, -1);
-            return;
+            ready = ::poll(waited, 2, -1);
+        } else {
+            const auto wait = std::chrono::duration_cast<std::chrono::nanoseconds>(m_held.front().due - Clock::now());
+            const timespec timeout{time_t(std::max<int64_t>(0, wait.count()) / 1000000000),
+                                   long(std::max<int64_t>(0, wait.count()) % 1000000000)};
+            ready = ::ppoll(waited, 2, &timeout, nullptr);
         }
-        const auto wait = std::chrono::duration_cast<std::chrono::nanoseconds>(m_held.front().due - Clock::now());
-        const timespec timeout{time_t(std::max<int64_t>(0, wait.count()) / 1000000000),
-                               long(std::max<int64_t>(0, wait.count()) % 1000000000)};
-        if (::ppoll(&input, 1, &timeout, nullptr) > 0 && (input.revents & POLLIN))
-            return;
+        if (ready <= 0)
+            continue; // a reply fell due, or a signal came
+        if (waited[1].revents != 0)
+            return false;
+        if (waited[0].revents != 0)
+            return true;
     }
 }
 

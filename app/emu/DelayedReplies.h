@@ -21,9 +21,9 @@ public:
     // `fd`: the pseudo-terminal the replies go out on.
     DelayedReplies(int fd, std::chrono::microseconds latency, size_t queue);
 
-    // Waits until the line has bytes to read; replies that fall due meanwhile
-    // go out.
-    void awaitInput();
+    // Waits until the line has bytes to read, true, or until `stop` (a file
+    // descriptor) is readable, false; replies that fall due meanwhile go out.
+    bool awaitInput(int stop);
     // Whether a request that just came in is taken; false: it is dropped.
     bool admit() const;
     // Sends the reply to the request taken last, at once or when it is due.
