@@ -165,8 +165,12 @@ const QString& ServedHandset::terminal() const
 QString ServedHandset::model() const
 {
     const HandsetProfile& profile = d->profile;
-    return profile.hasBuildId && !profile.build.model.isEmpty() ? profile.build.model
-                                                                : profile.version.versionDirectory;
+    if (profile.hasBuildId && !profile.build.model.isEmpty())
+        return profile.build.model;
+    const link::VersionInfo& version = profile.version;
+    return version.versionDirectory.isEmpty()
+        ? QStringLiteral("Model %1").arg(version.modelNumber)
+        : QStringLiteral("%1 (model %2)").arg(version.versionDirectory).arg(version.modelNumber);
 }
 
 QString ServedHandset::esnHex() const

@@ -50,8 +50,8 @@ public:
     const QString& problem() const;
     // The terminal's path, for the client's --port.
     const QString& terminal() const;
-    // What the handset calls itself: its extended build id's model, or its
-    // version directory.
+    // What the handset calls itself, as halvane names it: its extended build
+    // id's model, or its version directory and model number.
     QString model() const;
     // Its ESN and MEID as written, in upper-case hexadecimal; no MEID for a
     // model without one.

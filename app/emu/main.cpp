@@ -8,12 +8,15 @@
 // there is none). With --count N it serves a bench of N handsets, each with
 // a state file, an identity and a terminal of its own (BenchHandset.h), each
 // on a thread of its own (ServedHandset.h). It prints the terminals' paths,
-// one a line, then serves until SIGTERM, SIGINT or SIGHUP. The handset's model (--model, or the state file's "handset"
+// one a line, then serves until SIGTERM, SIGINT or SIGHUP. Meanwhile it
+// announces them in the user's runtime folder (Announcements.h), where
+// halvane's port listing finds them. The handset's model (--model, or the state file's "handset"
 // fields) says what it says of itself and which commands it knows
 // (HandsetAnswers.h); switches make the faults of real handsets and lines
 // (Faults.h, and --garble and --busy for single items), or mix them at random
 // from a seed (--chaos); --efs-size makes a full disk; --latency and --queue
 // make a handset behind USB (DelayedReplies.h).
+#include "Announcements.h"
 #include "BenchHandset.h"
 #include "FactoryEfs.h"
 #include "ServedHandset.h"
@@ -209,6 +212,19 @@ int main(int argc, char** argv)
             return 1;
         }
     }
+    // Announced before the paths are printed: whoever reads them finds the
+    // announcements there.
+    emu::Announcements announced(link::EmulatorAnnouncementFolder());
+    for (size_t k = 0; k < bench.size(); ++k) {
+        const emu::ServedHandset& handset = *bench[k];
+        const QString unannounced = announced.announce({handset.terminal(), QCoreApplication::applicationPid(),
+                                                        int(k + 1), handset.model(), handset.esnHex(),
+                                                        handset.meidHex().value_or(QString())});
+        if (!unannounced.isEmpty()) {
+            std::fprintf(stderr, "tessaly-emu: %s is not announced, and halvane --port auto will not find it: %s\n",
+                         qPrintable(handset.terminal()), qPrintable(unannounced));
+        }
+    }
     for (const auto& handset : bench)
         std::printf("%s\n", qPrintable(handset->terminal()));
     std::fflush(stdout);
@@ -217,6 +233,7 @@ int main(int argc, char** argv)
     for (const auto& handset : bench)
         threads.emplace_back([&handset] { handset->serve(stopPipe[0]); });
     AwaitStop();
+    announced.withdraw();
     for (std::thread& thread : threads)
         thread.join();
     return 0;
