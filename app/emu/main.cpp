@@ -8,14 +8,14 @@
 // there is none). With --count N it serves a bench of N handsets, each with
 // a state file, an identity and a terminal of its own (BenchHandset.h), each
 // on a thread of its own (ServedHandset.h). It prints the terminals' paths,
-// one a line, then serves until SIGTERM, SIGINT or SIGHUP. Meanwhile it
+// one a line, then serves until SIGTERM, SIGINT or SIGHUP; meanwhile it
 // announces them in the user's runtime folder (Announcements.h), where
-// halvane's port listing finds them. The handset's model (--model, or the state file's "handset"
-// fields) says what it says of itself and which commands it knows
-// (HandsetAnswers.h); switches make the faults of real handsets and lines
-// (Faults.h, and --garble and --busy for single items), or mix them at random
-// from a seed (--chaos); --efs-size makes a full disk; --latency and --queue
-// make a handset behind USB (DelayedReplies.h).
+// halvane's port listing finds them. The handset's model (--model, or the
+// state file's "handset" fields) says what it says of itself and which
+// commands it knows (HandsetAnswers.h); switches make the faults of real
+// handsets and lines (Faults.h, and --garble and --busy for single items), or
+// mix them at random from a seed (--chaos); --efs-size makes a full disk;
+// --latency and --queue make a handset behind USB (DelayedReplies.h).
 #include "Announcements.h"
 #include "BenchHandset.h"
 #include "FactoryEfs.h"
@@ -220,10 +220,9 @@ int main(int argc, char** argv)
         const QString unannounced = announced.announce({handset.terminal(), QCoreApplication::applicationPid(),
                                                         int(k + 1), handset.model(), handset.esnHex(),
                                                         handset.meidHex().value_or(QString())});
-        if (!unannounced.isEmpty()) {
+        if (!unannounced.isEmpty())
             std::fprintf(stderr, "tessaly-emu: %s is not announced, and halvane --port auto will not find it: %s\n",
                          qPrintable(handset.terminal()), qPrintable(unannounced));
-        }
     }
     for (const auto& handset : bench)
         std::printf("%s\n", qPrintable(handset->terminal()));
