@@ -106,6 +106,14 @@ std::optional<Options> ParseOptions(const QCoreApplication& app)
     const auto efsPut = option("efs-put", "Write the local <file> to the path of the handset on --port given after "
                                           "it, keeping what was there first, and exit.",
                                "file");
+    const auto prlShow = option("prl-show", "Show the roaming list <file> (.prl) as its tables (with --json, as JSON) "
+                                            "and exit.",
+                                "file");
+    const auto prlGet = option("prl-get", "Read the roaming list of the handset on --port into the new <file> and exit.",
+                               "file");
+    const auto prlPut = option("prl-put", "Check the roaming list <file>, write it to the handset on --port, keeping "
+                                          "its list first, read it back and exit.",
+                               "file");
     parser.addPositionalArgument(QStringLiteral("OUT"),
                                  QStringLiteral("With --convert, the file to write; with --efs-get, the local file; "
                                                 "with --efs-put, the path on the handset."),
@@ -145,8 +153,11 @@ std::optional<Options> ParseOptions(const QCoreApplication& app)
     options.probeTime = *probeMs;
     if (options.probe && !options.listPorts)
         return refuse(QStringLiteral("--probe goes with --list-ports"));
-    if (options.json && !options.listPorts && !parser.isSet(efsList))
-        return refuse(QStringLiteral("--json goes with --list-ports or --efs-list"));
+    options.prlShow = parser.value(prlShow);
+    options.prlGet = parser.value(prlGet);
+    options.prlPut = parser.value(prlPut);
+    if (options.json && !options.listPorts && !parser.isSet(efsList) && !parser.isSet(prlShow))
+        return refuse(QStringLiteral("--json goes with --list-ports, --efs-list or --prl-show"));
     options.pace = *paceMs;
     options.replyTime = *replyMs;
     options.allItems = parser.isSet(allItems) || parser.isSet(items);
@@ -192,10 +203,11 @@ std::optional<Options> ParseOptions(const QCoreApplication& app)
         options.convertFrom = parser.value(convert);
         options.convertTo = parser.positionalArguments()[0];
     }
-    if ((options.read || options.info || !options.restoreBackup.isEmpty() || options.fileWork != Options::FileWork::None)
+    if ((options.read || options.info || !options.restoreBackup.isEmpty() || options.fileWork != Options::FileWork::None
+         || !options.prlGet.isEmpty() || !options.prlPut.isEmpty())
         && options.port.isEmpty())
-        return refuse(QStringLiteral("--read, --info, --restore-backup and the --efs commands work on a real handset: "
-                                     "give its --port"));
+        return refuse(QStringLiteral("--read, --info, --restore-backup, --prl-get, --prl-put and the --efs commands work "
+                                     "on a real handset: give its --port"));
     return options;
 }
 

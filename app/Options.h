@@ -48,6 +48,11 @@ struct Options {
     QString efsFrom{};
     QString efsTo{};
     bool noFiles = false;
+    // The roaming list: --prl-show decodes a .prl file; --prl-get reads the
+    // handset's list into a new one; --prl-put writes one to the handset.
+    QString prlShow{};
+    QString prlGet{};
+    QString prlPut{};
 };
 
 // Reads the command line of `app`. --help and --version are answered and

@@ -9,8 +9,9 @@
 // standard error. --read and --restore-backup work on a real handset without
 // a window; --read --all-items keeps every NV item, --info tells what the
 // handset says of itself, --efs-list, --efs-get and --efs-put work with its
-// file system, --convert turns an NV file into an XQCN file or back,
-// --list-ports tells the serial ports and --port auto takes the one where a
+// file system, --prl-get and --prl-put with its roaming list (--prl-show
+// shows a roaming list file), --convert turns an NV file into an XQCN file
+// or back, --list-ports tells the serial ports and --port auto takes the one where a
 // handset answers. With --message TEXT it shows the panel's own
 // message box, with --edit ROW,COLUMN the editor of that cell, as a double
 // click opens it.
@@ -20,6 +21,7 @@
 #include "Handset.h"
 #include "Options.h"
 #include "PortChoice.h"
+#include "Prl.h"
 #include "Restore.h"
 #include "Screenshot.h"
 #include "UnattendedDialogs.h"
@@ -65,9 +67,12 @@ int main(int argc, char** argv)
         return halvane::ListPortsCommand(options);
     if (!options.convertFrom.isEmpty())
         return halvane::Convert(options.convertFrom, options.convertTo);
+    if (!options.prlShow.isEmpty())
+        return halvane::ShowPrl(options);
     const bool unattended
         = DrawsNowhere() || !options.screenshot.isEmpty() || options.read || options.info
-          || !options.restoreBackup.isEmpty() || options.fileWork != halvane::Options::FileWork::None;
+          || !options.restoreBackup.isEmpty() || options.fileWork != halvane::Options::FileWork::None
+          || !options.prlGet.isEmpty() || !options.prlPut.isEmpty();
     halvane::UnattendedDialogs dialogs;
     if (unattended)
         app.installEventFilter(&dialogs);
@@ -89,6 +94,10 @@ int main(int argc, char** argv)
     }
     if (options.info)
         return halvane::PrintIdentity(options);
+    if (!options.prlGet.isEmpty())
+        return halvane::GetPrl(options);
+    if (!options.prlPut.isEmpty())
+        return halvane::PutPrl(options);
     switch (options.fileWork) {
     case halvane::Options::FileWork::List: return halvane::ListFiles(options);
     case halvane::Options::FileWork::Get: return halvane::GetFile(options);

@@ -5,7 +5,7 @@
 // protocol from an NV memory file of the simulated handset's format, and
 // serving its file system through EFS2 from a file beside it
 // ("<state>.efs.json", EfsStateFile.h; the factory tree of FactoryEfs.h when
-// there is none). It prints the terminal's path, then serves until it is
+// there is none) and its roaming list from another ("<state>.prl"). It prints the terminal's path, then serves until it is
 // stopped. The handset's model (--model, or the state file's "handset"
 // fields) says what it says of itself and which commands it knows
 // (HandsetAnswers.h); switches make the faults of real handsets and lines
@@ -199,6 +199,8 @@ int main(int argc, char** argv)
     if (options.isSet(chaos))
         schedule = std::make_unique<emu::ChaosSchedule>(seed);
     emu::HandsetAnswers handset(memory, *profile, options.value(spc), {*garbled, *busyItem, *busyReads}, files);
+    if (const QString unkept = handset.keepRoamingListIn(options.value(state) + QStringLiteral(".prl")); !unkept.isEmpty())
+        std::fprintf(stderr, "tessaly-emu: %s\n", qPrintable(unkept));
     DelayedReplies delayed(master, std::chrono::microseconds(*latencyUs), size_t(*held));
 
     link::FrameDecoder decoder;
