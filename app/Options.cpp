@@ -139,6 +139,14 @@ std::optional<Options> ParseOptions(const QCoreApplication& app)
                                      "it, print what differs (with --json, as JSON) and exit 0 when they hold the "
                                      "same, 1 when they differ.",
                              "a");
+    const auto prlShow = option("prl-show", "Show the roaming list <file> (.prl) as its tables (with --json, as JSON) "
+                                            "and exit.",
+                                "file");
+    const auto prlGet = option("prl-get", "Read the roaming list of the handset on --port into the new <file> and exit.",
+                               "file");
+    const auto prlPut = option("prl-put", "Check the roaming list <file>, write it to the handset on --port, keeping "
+                                          "its list first, read it back and exit.",
+                               "file");
     parser.addPositionalArgument(QStringLiteral("OUT"),
                                  QStringLiteral("With --convert, the file to write; with --efs-get, the local file; "
                                                 "with --efs-put, the path on the handset; with --nv-write, the bytes; "
@@ -179,9 +187,14 @@ std::optional<Options> ParseOptions(const QCoreApplication& app)
     options.probeTime = *probeMs;
     if (options.probe && !options.listPorts)
         return refuse(QStringLiteral("--probe goes with --list-ports"));
-    if (options.json && !options.listPorts && !parser.isSet(efsList) && !parser.isSet(diff) && !options.manyPorts())
-        return refuse(
-            QStringLiteral("--json goes with --list-ports, --efs-list, --diff or a --port of several handsets"));
+    options.prlShow = parser.value(prlShow);
+    options.prlGet = parser.value(prlGet);
+    options.prlPut = parser.value(prlPut);
+    const bool printsData
+        = options.listPorts || parser.isSet(efsList) || parser.isSet(diff) || parser.isSet(prlShow) || options.manyPorts();
+    if (options.json && !printsData)
+        return refuse(QStringLiteral("--json goes with --list-ports, --efs-list, --diff, --prl-show or a --port of "
+                                     "several handsets"));
     options.pace = *paceMs;
     options.replyTime = *replyMs;
     options.allItems = parser.isSet(allItems) || parser.isSet(items);
@@ -240,10 +253,10 @@ std::optional<Options> ParseOptions(const QCoreApplication& app)
         options.diffTo = parser.positionalArguments()[0];
     }
     if ((options.read || options.info || parser.isSet(nvRead) || parser.isSet(nvWrite) || !options.restoreBackup.isEmpty()
-         || options.fileWork != Options::FileWork::None)
+         || options.fileWork != Options::FileWork::None || !options.prlGet.isEmpty() || !options.prlPut.isEmpty())
         && options.port.isEmpty())
-        return refuse(QStringLiteral("--read, --info, --restore-backup, the --nv and the --efs commands work on a real "
-                                     "handset: give its --port"));
+        return refuse(QStringLiteral("--read, --info, --restore-backup, the --nv, --efs and --prl-get/--prl-put commands "
+                                     "work on a real handset: give its --port"));
     if (options.manyPorts())
         if (const QString problem = BenchPortsProblem(options); !problem.isEmpty())
             return refuse(problem);

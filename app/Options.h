@@ -58,6 +58,11 @@ struct Options {
 
     // Whether --port names a bench of handsets rather than one.
     bool manyPorts() const { return port == QLatin1String("all") || port.contains(QLatin1Char(',')); }
+    // The roaming list: --prl-show decodes a .prl file; --prl-get reads the
+    // handset's list into a new one; --prl-put writes one to the handset.
+    QString prlShow{};
+    QString prlGet{};
+    QString prlPut{};
 };
 
 // Reads the command line of `app`. --help and --version are answered and

@@ -9,11 +9,12 @@
 // standard error. --read and --restore-backup work on a real handset without
 // a window; --read --all-items keeps every NV item, --info tells what the
 // handset says of itself, --efs-list, --efs-get and --efs-put work with its
-// file system, --nv-read and --nv-write one NV item by its number, --diff
-// compares two backups, --convert turns an NV file into an XQCN file or back,
-// --list-ports tells the serial ports and --port auto takes the one where a
-// handset answers; --port with a list of devices, or all, works on a bench of
-// handsets at once. With --message TEXT it shows the panel's own
+// file system, --nv-read and --nv-write one NV item by its number, --prl-get
+// and --prl-put its roaming list (--prl-show shows a roaming list file),
+// --diff compares two backups, --convert turns an NV file into an XQCN file
+// or back, --list-ports tells the serial ports and --port auto takes the one
+// where a handset answers; --port with a list of devices, or all, works on a
+// bench of handsets at once. With --message TEXT it shows the panel's own
 // message box, with --edit ROW,COLUMN the editor of that cell, as a double
 // click opens it.
 #include "Convert.h"
@@ -24,6 +25,7 @@
 #include "ItemByNumber.h"
 #include "Options.h"
 #include "PortChoice.h"
+#include "Prl.h"
 #include "Restore.h"
 #include "Screenshot.h"
 #include "UnattendedDialogs.h"
@@ -72,6 +74,8 @@ int main(int argc, char** argv)
         return halvane::Convert(options.convertFrom, options.convertTo);
     if (!options.diffFrom.isEmpty())
         return halvane::DiffBackups(options);
+    if (!options.prlShow.isEmpty())
+        return halvane::ShowPrl(options);
     // The item and its bytes are checked before a port is chosen: nothing is
     // sent to a handset for a request that would be refused.
     std::optional<halvane::ItemWork> itemWork;
@@ -82,7 +86,8 @@ int main(int argc, char** argv)
     }
     const bool unattended
         = DrawsNowhere() || !options.screenshot.isEmpty() || options.read || options.info
-          || !options.restoreBackup.isEmpty() || options.fileWork != halvane::Options::FileWork::None || itemWork;
+          || !options.restoreBackup.isEmpty() || options.fileWork != halvane::Options::FileWork::None || itemWork
+          || !options.prlGet.isEmpty() || !options.prlPut.isEmpty();
     halvane::UnattendedDialogs dialogs;
     if (unattended)
         app.installEventFilter(&dialogs);
@@ -113,6 +118,10 @@ int main(int argc, char** argv)
     if (itemWork)
         return options.nvWrite.isEmpty() ? halvane::ReadItemByNumber(options, *itemWork)
                                          : halvane::WriteItemByNumber(options, *itemWork);
+    if (!options.prlGet.isEmpty())
+        return halvane::GetPrl(options);
+    if (!options.prlPut.isEmpty())
+        return halvane::PutPrl(options);
     switch (options.fileWork) {
     case halvane::Options::FileWork::List: return halvane::ListFiles(options);
     case halvane::Options::FileWork::Get: return halvane::GetFile(options);

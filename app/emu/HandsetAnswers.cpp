@@ -6,6 +6,7 @@
 #include "link/DiagControl.h"
 #include "link/DiagIdentity.h"
 #include "link/DiagLogPackets.h"
+#include "link/DiagRoamingList.h"
 #include "link/DiagSubsystem.h"
 #include "link/Efs2.h"
 #include "link/PacketBytes.h"
@@ -109,6 +110,12 @@ std::optional<QByteArray> HandsetAnswers::answer(const QByteArray& request)
         return nvItem(request);
     case link::CmdControl:
         return control(request);
+    case link::CmdPrListRead:
+        return m_roamingList.read(request);
+    case link::CmdPrListWrite:
+        if (m_locked)
+            return link::SpcLockedReply();
+        return m_roamingList.write(request);
     case link::CmdSubsystem:
         if (!m_profile.hasSubsystems)
             break;

@@ -3,7 +3,8 @@
 //
 // The handset's answers to the diagnostic protocol, one request at a time:
 // its identity from its profile, NV items from its memory (plain and by
-// subscription), its file system through EFS2 (EfsAnswers.h), the SPC lock,
+// subscription), its file system through EFS2 (EfsAnswers.h), its roaming
+// list (PrlAnswers.h, its writes behind the SPC lock), the SPC lock,
 // mode changes, the log, event and message configuration it keeps, and "bad
 // command" for the rest, echoing the request as a real handset does. Every
 // reply is built by the encoders of link/.
@@ -20,6 +21,7 @@
 
 #include "EfsAnswers.h"
 #include "HandsetProfile.h"
+#include "PrlAnswers.h"
 
 #include "link/DiagIdentity.h"
 #include "link/DiagLogging.h"
@@ -64,6 +66,8 @@ public:
     // The reply to `request`, or nothing while the handset is silent.
     std::optional<QByteArray> answer(const QByteArray& request);
     bool silent() const { return Clock::now() < m_silentUntil; }
+    // Keeps the roaming list in the file `path` (PrlAnswers::keepIn).
+    QString keepRoamingListIn(const QString& path) { return m_roamingList.keepIn(path); }
 
     const HandsetProfile& profile() const { return m_profile; }
     // A ControlMode: online, offline or low power.
@@ -102,6 +106,7 @@ private:
     ItemFaults m_faults;
     int m_busyReadsSeen = 0;
     EfsAnswers m_files;
+    PrlAnswers m_roamingList;
     bool m_lockable; // locked at start and after a reset
     bool m_locked;
     uint16_t m_mode; // a ControlMode: online, offline or low power

@@ -126,6 +126,8 @@ ServedHandset::Private::Private(const QString& state, const model::NvImage& fact
 {
     if (problem.isEmpty())
         problem = memory.lastProblem();
+    if (const QString unkept = handset.keepRoamingListIn(state + QStringLiteral(".prl")); !unkept.isEmpty())
+        std::fprintf(stderr, "tessaly-emu: %s\n", qPrintable(unkept));
     if (!options.garbledFile.isEmpty())
         files.garbleWritesTo(options.garbledFile);
     model::NvData data{};
