@@ -19,6 +19,7 @@
 #include "Files.h"
 #include "FullBackup.h"
 #include "Handset.h"
+#include "NvItemsPage.h"
 #include "Options.h"
 #include "PortChoice.h"
 #include "Restore.h"
@@ -119,6 +120,7 @@ int main(int argc, char** argv)
     if (options.read)
         return halvane::ReadToBackup(*handset);
 
+    const auto itemsPage = halvane::AddNvItemsPage(panel, *handset, options);
     panel.SetModelDLL(handset->model.get());
     window.show();
     if (!handset->problem.isEmpty())

@@ -83,12 +83,15 @@ void ItemsPage::fill(std::vector<NvEntry> entries)
 {
     std::sort(entries.begin(), entries.end(), ByAddress);
     RowTexts texts = Texts(entries);
-    // One empty row when there is nothing to list: a grid keeps a row of items.
-    Call(m_grid, "setRows", Q_ARG(int, std::max<int>(2, int(entries.size()) + 1)));
+    // Never fewer than two item rows: the grid keeps the dress the panel gave
+    // them, the pattern that the rows after them repeat.
+    if (!m_grid || !m_grid->setProperty("Rows", std::max<int>(3, int(entries.size()) + 1)))
+        throw TessalyError(errPanelGone, QStringLiteral("the NV Items page's grid is gone"));
     for (int col = 0; col < Columns; ++col)
         Call(m_grid, "setColumnTexts", Q_ARG(int, col), Q_ARG(QStringList, texts[size_t(col)]));
     // Rows beyond the hundred the panel dressed take the alternate shading on.
-    Call(m_grid, "RepeatRowStyles", Q_ARG(int, 3), Q_ARG(int, 2));
+    if (entries.size() > 2)
+        Call(m_grid, "RepeatRowStyles", Q_ARG(int, 3), Q_ARG(int, 2));
     m_entries = std::move(entries);
     m_hex = std::move(texts[HexColumn]);
 }
