@@ -139,6 +139,7 @@ TEST_F(NvItemsPageTest, EveryItemNumberIsCarriedDressedAndItsHexCellsEditedInPla
         const QColor back = g->CellBackColor();
         g->setRow(like);
         EXPECT_EQ(back, g->CellBackColor()) << "row " << r;
+        EXPECT_EQ(g->RowHeight(r), g->RowHeight(like)) << "row " << r;
     }
 
     // A hex cell in the last row opens a text box of 128 bytes' length; the

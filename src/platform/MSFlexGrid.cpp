@@ -257,6 +257,9 @@ void MSFlexGrid::RepeatRowStyles(int first, int period)
     const size_t step = size_t(period) * width;
     for (size_t index = size_t(first) * width; index < m_styles.size(); ++index)
         m_styles[index] = m_styles[index - step];
+    for (size_t row = size_t(first); row < m_rowHeight.size(); ++row)
+        m_rowHeight[row] = m_rowHeight[row - size_t(period)];
+    updateScrollBars();
     viewport()->update();
 }
 

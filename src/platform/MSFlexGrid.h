@@ -104,9 +104,10 @@ public:
     Q_INVOKABLE void setColumnTexts(int col, const QStringList& texts);
     // The texts of a column's item rows, row 1 first.
     Q_INVOKABLE QStringList ColumnTexts(int col) const;
-    // Gives every row from `first` on the cell styles (colours, alignment,
-    // bold) of the row `period` rows above it, so that rows added in bulk
-    // carry on the dress of those above, such as their alternate shading.
+    // Gives every row from `first` on the height and cell styles (colours,
+    // alignment, bold) of the row `period` rows above it, so that rows added
+    // in bulk carry on the dress of those above, such as their alternate
+    // shading.
     Q_INVOKABLE void RepeatRowStyles(int first, int period);
     // How the editors treat a column's cells that the host did not describe
     // one by one: 0 (the default) leaves them read-only, a positive length
