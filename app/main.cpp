@@ -23,6 +23,7 @@
 #include "FullBackup.h"
 #include "Handset.h"
 #include "ItemByNumber.h"
+#include "NvItemsPage.h"
 #include "Options.h"
 #include "PortChoice.h"
 #include "Prl.h"
@@ -144,6 +145,7 @@ int main(int argc, char** argv)
     if (options.read)
         return halvane::ReadToBackup(*handset);
 
+    const auto itemsPage = halvane::AddNvItemsPage(panel, *handset, options);
     panel.SetModelDLL(handset->model.get());
     window.show();
     if (!handset->problem.isEmpty())

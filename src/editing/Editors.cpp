@@ -93,7 +93,15 @@ void Editors::SetComboOrTextBox(int16_t Index)
         const int col = grid->Col();
         const int row = grid->Row();
         const QString text = grid->TextMatrix(row, col);
-        const CellAttr attr = m_cells.Attr(Index, row, col);
+        // A cell the host filled in bulk has no record: its column says
+        // whether a text box opens over it, and how long a text it takes.
+        CellAttr attr;
+        if (m_cells.HasRecord(Index, row, col)) {
+            attr = m_cells.Attr(Index, row, col);
+        } else {
+            attr.ReadOnly = col > 0 && grid->ColEditLength(col) == 0;
+            attr.FormatType = col > 0 ? QString(grid->ColEditLength(col), u'#') : QString();
+        }
         const QStringList items = attr.ComboStr.isEmpty() ? QStringList() : attr.ComboStr.split(QLatin1Char('|'));
 
         TextBox* box = m_pages.TextEditor(Index);

@@ -56,7 +56,7 @@ private:
     const PageGrids& m_pages;
     CellStore& m_cells;
     int16_t m_editPart = 0;
-    int16_t m_editRow = 0;
+    int32_t m_editRow = 0; // a page filled in bulk has rows beyond 32767
     int16_t m_editCol = 0;
     // Per page, while an editor is open: its grid's RowColChange and Scroll.
     std::vector<std::pair<QMetaObject::Connection, QMetaObject::Connection>> m_editorWatch;

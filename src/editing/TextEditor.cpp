@@ -37,7 +37,7 @@ void Editors::txtEdit_GotFocus(int16_t Index)
         m_pages.TextEditor(Index)->setSelStart(0);
         const MSFlexGrid* grid = m_pages.Grid(Index);
         m_editPart = Index;
-        m_editRow = ToInt16(grid->Row());
+        m_editRow = grid->Row();
         m_editCol = ToInt16(grid->Col());
         if (IsPhoneNumberCell(Index, *grid)) {
             // The focus comes back with the window's activation when the box
@@ -57,6 +57,8 @@ void Editors::txtEdit_KeyPress(int16_t Index, int16_t& KeyAscii)
 {
     OnErrorReport("Event_Function", "txtEdit_KeyPress", [&] {
         const MSFlexGrid* grid = m_pages.Grid(Index);
+        if (!m_cells.HasRecord(Index, grid->Row(), grid->Col()))
+            return; // a cell filled in bulk takes any character
         const CellAttr& attr = m_cells.Attr(Index, grid->Row(), grid->Col());
         if (attr.IsNumber && KeyAscii != vbKeyBack && (KeyAscii > '9' || KeyAscii < '0'))
             KeyAscii = 0;

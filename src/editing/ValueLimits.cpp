@@ -89,7 +89,7 @@ void Editors::CheckOverflow()
     OnErrorReport("Common_Function", "CheckOverflow", [&] {
         // The remembered cell, not the current one, which may have moved on.
         const int16_t part = m_editPart;
-        const int16_t row = m_editRow;
+        const int32_t row = m_editRow;
         const int16_t col = m_editCol;
         const ItemBoundary boundaries[] = {
             SetBoundaryOfItem(QStringLiteral("Primary CDMA Channel, A band"), 0, 0, 32767, 0),
@@ -97,7 +97,7 @@ void Editors::CheckOverflow()
         };
 
         MSFlexGrid* grid = m_pages.Grid(part);
-        if (!m_cells.Attr(part, row, col).IsNumber)
+        if (!m_cells.HasRecord(part, row, col) || !m_cells.Attr(part, row, col).IsNumber)
             return;
         const QString title = grid->TextMatrix(row, 0);
         const ItemBoundary* boundary = nullptr;

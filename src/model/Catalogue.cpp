@@ -69,11 +69,15 @@ public:
         const char* basicNames[] = {"phoneVersion", "warrantyDate", "esn", "meid", "lifeTime", "lifeCount"};
         for (size_t i = 0; i < catalogue.m_basic.size(); ++i)
             catalogue.m_basic[i] = single(basic[QLatin1String(basicNames[i])].toObject(), QLatin1String(basicNames[i]),
-                                          QStringLiteral("\"%1\" on the page Basic Information").arg(QLatin1String(BasicInformationTitles[i])));
+                                          QLatin1String(BasicInformationTitles[i]),
+                                          QStringLiteral("\"%1\" on the page Basic Information")
+                                              .arg(QLatin1String(BasicInformationTitles[i])));
         catalogue.m_profileCount = single(root[QLatin1String("profileCount")].toObject(),
-                                          QStringLiteral("profileCount"), QStringLiteral("the number of MIP profiles"));
+                                          QStringLiteral("profileCount"), QStringLiteral("MIP Profile Count"),
+                                          QStringLiteral("the number of MIP profiles"));
         catalogue.m_activeProfile = single(root[QLatin1String("activeProfile")].toObject(),
-                                           QStringLiteral("activeProfile"), QStringLiteral("the active MIP profile"));
+                                           QStringLiteral("activeProfile"), QStringLiteral("Active MIP Profile"),
+                                           QStringLiteral("the active MIP profile"));
 
         const QJsonArray pages = root[QLatin1String("pages")].toArray();
         std::set<int> listed;
@@ -101,6 +105,7 @@ public:
         catalogue.m_factory = std::move(m_factory);
         catalogue.m_protected = std::move(m_protected);
         catalogue.m_places = std::move(m_places);
+        catalogue.m_named = std::move(m_named);
         return catalogue;
     }
 
@@ -153,12 +158,13 @@ private:
     }
 
     // A value of its own, outside the pages: one field and its default,
-    // shown at `shown`.
-    Field single(const QJsonObject& object, const QString& where, const QString& shown)
+    // titled `title` and shown at `shown`.
+    Field single(const QJsonObject& object, const QString& where, const QString& title, const QString& shown)
     {
         const Field result = field(object, itemNumber(object[QLatin1String("item")], where), where);
         place(result, 0, object[QLatin1String("default")], where);
         m_places.try_emplace(result.address(0), shown);
+        m_named.try_emplace(result.address(0), NamedField{title, result});
         if (const QJsonValue protect = object[QLatin1String("protect")]; !protect.isUndefined()) {
             if (!QStringList{"identity", "counter", "read-only"}.contains(protect.toString()))
                 fail(QStringLiteral("%1: \"protect\" is one of identity, counter, read-only").arg(where));
@@ -210,6 +216,8 @@ private:
                 place(row.columns[size_t(column)], sheet.copy, value.isArray() ? value[column] : value, where);
                 m_places.try_emplace(row.columns[size_t(column)].address(sheet.copy),
                                      QStringLiteral("\"%1\" on the page %2").arg(row.title, sheet.name));
+                m_named.try_emplace(row.columns[size_t(column)].address(sheet.copy),
+                                    NamedField{row.title, row.columns[size_t(column)]});
             }
         }
         return row;
@@ -239,6 +247,7 @@ private:
     NvImage m_factory;
     std::map<uint16_t, QString> m_protected;
     std::map<NvAddress, QString> m_places;
+    std::map<NvAddress, NamedField> m_named;
 };
 
 QString Catalogue::protection(uint16_t item) const
@@ -251,6 +260,12 @@ QString Catalogue::placeOf(NvAddress address) const
 {
     const auto found = m_places.find(address);
     return found == m_places.end() ? QString() : found->second;
+}
+
+const NamedField* Catalogue::named(NvAddress address) const
+{
+    const auto found = m_named.find(address);
+    return found == m_named.end() ? nullptr : &found->second;
 }
 
 Catalogue Catalogue::Load(const QString& path)

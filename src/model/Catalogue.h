@@ -53,6 +53,12 @@ struct Sheet {
 inline constexpr std::array<const char*, 6> BasicInformationTitles
     = {"Phone Version", "Warranty Date", "ESN", "MEID", "Life Time", "Life Count"};
 
+// The title the catalogue gives an item's first value, and its field.
+struct NamedField {
+    QString title;
+    Field field;
+};
+
 class Catalogue {
 public:
     // Reads a catalogue; throws std::runtime_error naming the fault.
@@ -81,6 +87,9 @@ public:
     // Where the panel shows the first value of an item, as "\"NAM Name\" on
     // the page System NAM2"; an empty string for an item it does not show.
     QString placeOf(NvAddress address) const;
+    // The title and field of an item's first value, as the panel shows it;
+    // nullptr for an item the catalogue does not know.
+    const NamedField* named(NvAddress address) const;
 
 private:
     Catalogue() = default;
@@ -95,6 +104,7 @@ private:
     NvImage m_factory;
     std::map<uint16_t, QString> m_protected;
     std::map<NvAddress, QString> m_places;
+    std::map<NvAddress, NamedField> m_named;
 };
 
 } // namespace tessaly::model

@@ -15,11 +15,13 @@
 
 namespace tessaly::model {
 
-// The items of the last read with every value that the user may edit taken
-// from the panel, or the refusal of the first value that does not fit.
+// The items as last read or written, with every value that the user may edit
+// taken from the panel, or the refusal of the first value that does not fit.
+// Bytes no value of the panel covers stay as the handset was last known to
+// hold them.
 NvImage SimulatedHandset::valuesOfPanel() const
 {
-    const NvImage& read = lastRead(QStringLiteral("NV Write"));
+    const NvImage read = known(QStringLiteral("NV Write"));
     NvImage values;
     const auto put = [&](const Field& field, int copy, const QString& text, const QString& where) {
         const NvAddress address = field.address(copy);
@@ -73,9 +75,9 @@ int16_t SimulatedHandset::partIn(const Sheet& sheet) const
     return sheet.part >= 0 ? sheet.part : m_ownPage;
 }
 
-void SimulatedHandset::fillSheet(const Sheet& sheet)
+void SimulatedHandset::fillSheet(const Sheet& sheet, const NvImage& items)
 {
-    const NvImage& read = *m_lastRead;
+    const NvImage& read = items;
     const std::vector<Row>& rows = sheet.page->rows;
     const int16_t part = partOf(sheet);
     if (sheet.titles) {

@@ -44,6 +44,12 @@ void SimulatedHandset::setIdentity(QString name, QString port)
     m_port = std::move(port);
 }
 
+void SimulatedHandset::setItemsPage(ItemsPage* page, ItemsSource source)
+{
+    m_itemsPage = page;
+    m_itemsSource = std::move(source);
+}
+
 void SimulatedHandset::GetModelName(QString& name)
 {
     name = m_name;
@@ -157,7 +163,9 @@ void SimulatedHandset::NVRead()
         m_lastRead = read;
         m_onHandset = std::move(read);
         m_lacking = std::move(lacking);
-        fillPanel(2);
+        fillPanel(2, *m_lastRead);
+        if (m_itemsPage)
+            listItems(3);
         emit SetProcessStep(ProcessRead, 2, Port);
         tellLacking();
     });
@@ -183,8 +191,21 @@ void SimulatedHandset::NVWrite()
         // Every value is encoded before the first item is written: a value
         // that its item cannot hold stops the write with the handset untouched.
         NvImage values = writable(valuesOfPanel());
-        announce(ProcessWrite, int32_t(values.size()) + 1);
+        // An item edited by its bytes on the NV Items page is written as
+        // edited there, over whatever the other pages say of it; those pages
+        // then show its new values.
+        const NvImage edited = itemsEdited();
+        bool pagesChange = false;
+        for (const auto& [address, data] : edited) {
+            pagesChange = pagesChange || values.count(address) > 0;
+            values.insert_or_assign(address, data);
+        }
+        const auto pages = int32_t(m_catalogue.sheets().size()) + 1;
+        announce(ProcessWrite, int32_t(values.size()) + 1 + (pagesChange ? pages : 0));
         writeItems(values, QStringLiteral("Writing NV items"));
+        if (pagesChange)
+            fillPanel(3, known(QStringLiteral("NV Write")));
+        showWritten(values);
         emit SetProcessStep(ProcessWrite, 2, Port);
     });
 }
@@ -195,9 +216,21 @@ void SimulatedHandset::NVRestore()
         const NvImage items = writable(lastRead(QStringLiteral("Restore")));
         announce(ProcessRestore, int32_t(items.size() + m_catalogue.sheets().size()) + 2);
         writeItems(items, QStringLiteral("Restoring NV items"));
-        fillPanel(2);
+        fillPanel(2, *m_lastRead);
+        showWritten(items);
         emit SetProcessStep(ProcessRestore, 2, Port);
     });
+}
+
+NvImage SimulatedHandset::known(const QString& command) const
+{
+    NvImage items = lastRead(command);
+    for (auto& [address, data] : items) {
+        const auto written = m_onHandset.find(address);
+        if (written != m_onHandset.end())
+            data = written->second;
+    }
+    return items;
 }
 
 const NvImage& SimulatedHandset::lastRead(const QString& command) const
@@ -270,16 +303,16 @@ void SimulatedHandset::writeItems(const NvImage& items, const QString& name)
 
 // Fills the panel from the last read as sub-process `number`: first the
 // basic information and the profile selection, then one page a step.
-void SimulatedHandset::fillPanel(int32_t number)
+void SimulatedHandset::fillPanel(int32_t number, const NvImage& items)
 {
-    const NvImage& read = *m_lastRead;
+    const NvImage& read = items;
     const auto value = [&](const Field& field) {
         return m_lacking.count(field.address(0)) ? QString() : Decode(field, read.at(field.address(0)));
     };
     const std::vector<Sheet>& sheets = m_catalogue.sheets();
     subProcess(number, QStringLiteral("Filling pages"), int32_t(sheets.size()) + 1, [&](int32_t i) {
         if (i > 0) {
-            fillSheet(sheets[size_t(i - 1)]);
+            fillSheet(sheets[size_t(i - 1)], items);
             return;
         }
         const std::array<Field, 6>& basic = m_catalogue.basicInformation();

@@ -14,6 +14,7 @@
 // and one box at the end of the read lists them.
 #pragma once
 
+#include "model/NvFile.h"
 #include "model/NvMemory.h"
 
 #include <tessaly/BaseModel.h>
@@ -30,7 +31,14 @@ class Tessaly;
 namespace tessaly::model {
 
 class Catalogue;
+class ItemsPage;
 struct Sheet;
+
+// Where the NV Items page's list comes from after a read: given the items of
+// the read, it gives every item the handset holds, telling its progress as
+// items done of a total. Throws TessalyError when it cannot.
+using ItemsSource = std::function<std::vector<NvEntry>(
+    const NvImage& read, const std::function<void(size_t done, size_t total)>& progress)>;
 
 class SimulatedHandset : public IBaseModel {
     Q_OBJECT
@@ -48,6 +56,13 @@ public:
     // The time that each NV item takes on the line, so that a person can
     // watch the progress; none at first. The windows keep painting meanwhile.
     void setPace(std::chrono::milliseconds perItem) { m_pace = perItem; }
+    // A page of every item by number, the NV Items page, which each NV Read
+    // fills from `source` (by default from the items of the read itself) and
+    // each NV Write writes the edited rows of, with the same care as the
+    // values of the other pages: never an item the catalogue protects nor one
+    // the handset refuses, what the handset held read and kept first (a live
+    // handset's memory keeps it as a backup), each read back. None at first.
+    void setItemsPage(ItemsPage* page, ItemsSource source = {});
     // Whether the last command did all its work.
     bool succeeded() const { return m_succeeded; }
 
@@ -64,16 +79,21 @@ private:
     void announce(int32_t process, int32_t steps);
     // One sub-process of so many steps; `step` does the work of each.
     template <class Step> void subProcess(int32_t number, const QString& name, int32_t steps, Step&& step);
-    void fillPanel(int32_t number);
-    void fillSheet(const Sheet& sheet);
+    void fillPanel(int32_t number, const NvImage& items);
+    void fillSheet(const Sheet& sheet, const NvImage& items);
     int16_t partOf(const Sheet& sheet);
     int16_t partIn(const Sheet& sheet) const;
     const NvImage& lastRead(const QString& command) const;
+    // The items of the last read, with the bytes written since over them.
+    NvImage known(const QString& command) const;
     NvImage valuesOfPanel() const;
     NvImage writable(const NvImage& items) const;
     void writeItems(const NvImage& items, const QString& name);
     QString where(NvAddress address) const;
     void tellLacking();
+    void listItems(int32_t number);
+    NvImage itemsEdited();
+    void showWritten(const NvImage& items);
 
     QPointer<Tessaly> m_panel;
     NvMemory& m_memory;
@@ -88,6 +108,8 @@ private:
     std::optional<NvAddress> m_current; // the item on the line
     bool m_succeeded = true;
     int16_t m_ownPage = -1; // the page the handset adds to the panel, once it has
+    ItemsPage* m_itemsPage = nullptr;
+    ItemsSource m_itemsSource;
 };
 
 } // namespace tessaly::model

@@ -26,6 +26,13 @@ size_t CellStore::RecordIndex(int16_t page, int32_t row, int32_t col) const
     return size_t(index);
 }
 
+bool CellStore::HasRecord(int16_t page, int32_t row, int32_t col) const
+{
+    if (page < 0 || size_t(page) >= m_cellAttrs.size() || row < 0 || col < 0)
+        return false;
+    return int64_t(m_pages.Grid(page)->Rows()) * col + row < m_recordsPerPage;
+}
+
 CellAttr& CellStore::Record(int16_t page, int32_t row, int32_t col)
 {
     const size_t index = RecordIndex(page, row, col);

@@ -31,6 +31,10 @@ public:
 
     // The record of a cell, found through its grid's current row count.
     const CellAttr& Attr(int16_t page, int32_t row, int32_t col) const;
+    // Whether a cell has a record in the store: a page's cells beyond the
+    // widest fixed page's count have none, and the grid's column settings
+    // say how they are edited.
+    bool HasRecord(int16_t page, int32_t row, int32_t col) const;
     // Whether the store has been sized for the pages yet.
     bool Sized() const { return m_recordsPerPage > 0; }
     // Every page gets as many records as the widest fixed page has cells.

@@ -71,6 +71,7 @@ void MSFlexGrid::CopyFrom(const MSFlexGrid& model)
     m_colWidth = model.m_colWidth;
     m_rowHeight = model.m_rowHeight;
     m_fixedAlignment = model.m_fixedAlignment;
+    m_colEditLength = model.m_colEditLength;
     m_backColor = model.m_backColor;
     m_backColorFixed = model.m_backColorFixed;
     m_backColorBkg = model.m_backColorBkg;
@@ -130,6 +131,7 @@ void MSFlexGrid::reshape(int rows, int cols)
     m_rowHeight.resize(size_t(rows), DefaultRowHeight);
     m_colWidth.resize(size_t(cols), DefaultColWidth);
     m_fixedAlignment.resize(size_t(cols), int8_t(-1));
+    m_colEditLength.resize(size_t(cols), 0);
     m_rows = rows;
     m_cols = cols;
 
@@ -222,6 +224,57 @@ void MSFlexGrid::setTextMatrix(int row, int col, const QString& text)
     // until the editor goes.
     if (!covered(row, col))
         updateCell(row, col);
+}
+
+void MSFlexGrid::setColumnTexts(int col, const QStringList& texts)
+{
+    checkCol(col);
+    if (texts.size() >= m_rows)
+        Raise(errGridInvalidRow, QStringLiteral("Invalid Row value"));
+    // A cell's text laid out for painting is checked against its text at
+    // the next paint, so nothing else here needs to know of it.
+    for (qsizetype i = 0; i < texts.size(); ++i)
+        m_text[size_t(cellIndex(int(i) + 1, col))] = texts[i];
+    viewport()->update();
+}
+
+QStringList MSFlexGrid::ColumnTexts(int col) const
+{
+    checkCol(col);
+    QStringList texts;
+    texts.reserve(m_rows - 1);
+    for (int row = 1; row < m_rows; ++row)
+        texts.append(m_text[size_t(cellIndex(row, col))]);
+    return texts;
+}
+
+void MSFlexGrid::RepeatRowStyles(int first, int period)
+{
+    checkRow(first);
+    if (period < 1 || period > first)
+        raiseInvalidValue();
+    const size_t width = size_t(m_cols);
+    const size_t step = size_t(period) * width;
+    for (size_t index = size_t(first) * width; index < m_styles.size(); ++index)
+        m_styles[index] = m_styles[index - step];
+    for (size_t row = size_t(first); row < m_rowHeight.size(); ++row)
+        m_rowHeight[row] = m_rowHeight[row - size_t(period)];
+    updateScrollBars();
+    viewport()->update();
+}
+
+int MSFlexGrid::ColEditLength(int col) const
+{
+    checkCol(col);
+    return m_colEditLength[size_t(col)];
+}
+
+void MSFlexGrid::setColEditLength(int col, int length)
+{
+    checkCol(col);
+    if (length < 0)
+        raiseInvalidValue();
+    m_colEditLength[size_t(col)] = length;
 }
 
 int MSFlexGrid::ColWidth(int col) const

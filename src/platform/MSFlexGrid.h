@@ -17,6 +17,7 @@
 #include <QRawFont>
 #include <QStaticText>
 #include <QString>
+#include <QStringList>
 
 #include <cstdint>
 #include <memory>
@@ -96,6 +97,23 @@ public:
 
     Q_INVOKABLE QString TextMatrix(int row, int col) const;
     Q_INVOKABLE void setTextMatrix(int row, int col, const QString& text);
+    // Writes a whole column at once, for a host that fills many thousands of
+    // rows: texts[i] goes into row i + 1, the rows after them keep theirs.
+    // One repaint at most, and no current cell moved; more texts than item
+    // rows, or a column the grid does not have, is a run-time error.
+    Q_INVOKABLE void setColumnTexts(int col, const QStringList& texts);
+    // The texts of a column's item rows, row 1 first.
+    Q_INVOKABLE QStringList ColumnTexts(int col) const;
+    // Gives every row from `first` on the height and cell styles (colours,
+    // alignment, bold) of the row `period` rows above it, so that rows added
+    // in bulk carry on the dress of those above, such as their alternate
+    // shading.
+    Q_INVOKABLE void RepeatRowStyles(int first, int period);
+    // How the editors treat a column's cells that the host did not describe
+    // one by one: 0 (the default) leaves them read-only, a positive length
+    // opens a text box over them that takes that many characters at most.
+    Q_INVOKABLE int ColEditLength(int col) const;
+    Q_INVOKABLE void setColEditLength(int col, int length);
 
     Q_INVOKABLE int ColWidth(int col) const;
     Q_INVOKABLE void setColWidth(int col, int twips);
@@ -272,6 +290,7 @@ private:
     std::vector<int> m_colWidth;      // pixels
     std::vector<int> m_rowHeight;     // pixels
     std::vector<int8_t> m_fixedAlignment;
+    std::vector<int> m_colEditLength;
 
     QColor m_backColor = Qt::white;
     QColor m_backColorFixed = QColor(0xC0, 0xC0, 0xC0);
