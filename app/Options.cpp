@@ -74,6 +74,8 @@ std::optional<Options> ParseOptions(const QCoreApplication& app)
                                   QStringLiteral("3000"));
     const auto spc = option("spc", "Unlock the handset with its service programming <code> when it asks.", "code");
     const auto listPorts = option("list-ports", "List the serial ports and exit.");
+    const auto bench = option("bench", "Show every handset on the machine's ports (with --port, on the "
+                                       "comma-separated devices given) in the bench window, to back them up at once.");
     const auto probe = option("probe", "With --list-ports, ask each free port for a handset.");
     const auto json = option("json", "With --list-ports, print a JSON array.");
     const auto probeTime = option("probe-time", "Wait <ms> milliseconds for handsets to answer a probe.", "ms",
@@ -133,6 +135,7 @@ std::optional<Options> ParseOptions(const QCoreApplication& app)
     options.spc = parser.value(spc);
     options.restoreBackup = parser.value(restore);
     options.listPorts = parser.isSet(listPorts);
+    options.bench = parser.isSet(bench);
     options.read = parser.isSet(read);
     const auto paceMs = Milliseconds(QStringLiteral("pace"), parser.value(pace), 0);
     const auto replyMs = Milliseconds(QStringLiteral("reply-time"), parser.value(replyTime), 1);
@@ -192,6 +195,11 @@ std::optional<Options> ParseOptions(const QCoreApplication& app)
         options.convertFrom = parser.value(convert);
         options.convertTo = parser.positionalArguments()[0];
     }
+    if (options.bench
+        && (options.read || options.info || !options.restoreBackup.isEmpty() || options.listPorts
+            || options.fileWork != Options::FileWork::None || !options.convertFrom.isEmpty()))
+        return refuse(QStringLiteral("--bench is a window of its own: it goes with --port, --screenshot, "
+                                     "--probe-time, --reply-time, --spc and --in-flight"));
     if ((options.read || options.info || !options.restoreBackup.isEmpty() || options.fileWork != Options::FileWork::None)
         && options.port.isEmpty())
         return refuse(QStringLiteral("--read, --info, --restore-backup and the --efs commands work on a real handset: "

@@ -37,13 +37,6 @@ void AddModemManagerHolds(std::vector<SerialPortEntry>& ports)
                 port.holders.push_back({held.pid, ModemManagerName});
 }
 
-std::vector<SerialPortEntry> Ports()
-{
-    std::vector<SerialPortEntry> ports = ListPorts(SystemRoot(), KnownDiagInterfaces());
-    AddModemManagerHolds(ports);
-    return ports;
-}
-
 // ModemManager's name of the port's device: its own when it gives one,
 // otherwise the USB device's sysfs path, which is what it uses on Linux.
 QString ModemManagerUid(const SerialPortEntry& port)
@@ -193,6 +186,13 @@ std::optional<QString> AutoPort(const Options& options, QString& failure)
 }
 
 } // namespace
+
+std::vector<SerialPortEntry> Ports()
+{
+    std::vector<SerialPortEntry> ports = ListPorts(SystemRoot(), KnownDiagInterfaces());
+    AddModemManagerHolds(ports);
+    return ports;
+}
 
 int ListPortsCommand(const Options& options)
 {

@@ -13,7 +13,8 @@
 // --list-ports tells the serial ports and --port auto takes the one where a
 // handset answers. With --message TEXT it shows the panel's own
 // message box, with --edit ROW,COLUMN the editor of that cell, as a double
-// click opens it.
+// click opens it. --bench shows every handset on the machine's ports in the
+// bench window, to back them up at once.
 #include "Convert.h"
 #include "Files.h"
 #include "FullBackup.h"
@@ -23,6 +24,7 @@
 #include "Restore.h"
 #include "Screenshot.h"
 #include "UnattendedDialogs.h"
+#include "bench/BenchWindowCommand.h"
 
 #include <tessaly/MessageBox.h>
 #include <tessaly/Tessaly.h>
@@ -71,6 +73,8 @@ int main(int argc, char** argv)
     halvane::UnattendedDialogs dialogs;
     if (unattended)
         app.installEventFilter(&dialogs);
+    if (options.bench)
+        return halvane::BenchWindowCommand(options, unattended);
 
     // A port that stands in the way is told on the command line and, with a
     // person there, in a box.
