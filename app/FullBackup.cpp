@@ -58,9 +58,10 @@ namespace {
 
 // The handset's file system for the backup, or none when the handset offers
 // none over its diagnostic port; `said` tells which for the summary.
-std::optional<link::EfsTree> ReadFiles(const Options& options, Handset& handset, ProgressLine& line, QString& said)
+std::optional<link::EfsTree> ReadFiles(const Options& options, link::SerialLink& line,
+                                       const std::function<void(size_t, qint64)>& progress, QString& said)
 {
-    link::EfsClient client(*handset.line, options.inFlight, options.replyTime);
+    link::EfsClient client(line, options.inFlight, options.replyTime);
     try {
         client.hello();
     } catch (const TessalyError& error) {
@@ -69,11 +70,7 @@ std::optional<link::EfsTree> ReadFiles(const Options& options, Handset& handset,
         said = QStringLiteral("no file system");
         return {};
     }
-    const bool terminal = isatty(STDERR_FILENO);
-    link::EfsTree tree = link::ReadEfsTree(client, QStringLiteral("/"), [&](size_t files, qint64 bytes) {
-        if (terminal)
-            line.showFiles(files, bytes);
-    });
+    link::EfsTree tree = link::ReadEfsTree(client, QStringLiteral("/"), progress);
     said = QStringLiteral("%1 files, %2 MB").arg(tree.files()).arg(double(tree.bytes) / 1e6, 0, 'f', 1);
     if (!tree.gaps.empty())
         said += QStringLiteral(", %1 not read").arg(tree.gaps.size());
@@ -82,43 +79,67 @@ std::optional<link::EfsTree> ReadFiles(const Options& options, Handset& handset,
 
 } // namespace
 
-int SaveFullBackup(const Options& options, Handset& handset)
+FullBackupTaken TakeFullBackup(const Options& options, link::SerialLink& line, const FullBackupProgress& progress)
 {
-    link::ItemScan scan(*handset.line, options.inFlight, options.replyTime);
-    ProgressLine line;
-    if (isatty(STDERR_FILENO))
-        scan.setProgress([&line](const link::ScanProgress& progress) { line.show(progress); });
+    link::ItemScan scan(line, options.inFlight, options.replyTime);
+    if (progress.items)
+        scan.setProgress(progress.items);
     QElapsedTimer clock;
     clock.start();
-    try {
-        link::Backup backup = scan.run(options.firstItem, options.lastItem);
-        QString files = QStringLiteral("files left out");
-        std::optional<link::EfsTree> tree;
-        if (!options.noFiles) {
-            try {
-                tree = ReadFiles(options, handset, line, files);
-            } catch (const TessalyError& error) {
-                throw TessalyError(error.number(), QStringLiteral("The full backup stopped while reading the "
-                                                                  "handset's files: %1 Nothing was kept.")
-                                                       .arg(error.description()));
-            }
+    link::Backup backup = scan.run(options.firstItem, options.lastItem);
+    QString files = QStringLiteral("files left out");
+    std::optional<link::EfsTree> tree;
+    if (!options.noFiles) {
+        try {
+            tree = ReadFiles(options, line, progress.files ? progress.files : [](size_t, qint64) {}, files);
+        } catch (const TessalyError& error) {
+            throw TessalyError(error.number(), QStringLiteral("The full backup stopped while reading the "
+                                                              "handset's files: %1 Nothing was kept.")
+                                                   .arg(error.description()));
         }
+    }
+    FullBackupTaken taken;
+    if (tree)
+        backup.files = std::move(tree->entries);
+    taken.path = backup.save(link::BackupFolder());
+    for (const auto& [address, gap] : scan.gaps())
+        taken.gaps << QStringLiteral("%1: %2").arg(model::Describe(address), gap);
+    if (tree)
+        for (const auto& [file, gap] : tree->gaps)
+            taken.gaps << QStringLiteral("%1: %2").arg(file, gap);
+    const link::ScanCounts& counts = scan.counts();
+    taken.summary = QStringLiteral("Items %1 to %2: %3 held, %4 lacking, %5 busy, %6 refused (%7 entries with their "
+                                   "indexes); %8; %9 s")
+                        .arg(options.firstItem)
+                        .arg(options.lastItem)
+                        .arg(counts.held)
+                        .arg(counts.lacking)
+                        .arg(counts.busy)
+                        .arg(counts.refused)
+                        .arg(counts.entries)
+                        .arg(files)
+                        .arg(double(clock.nsecsElapsed()) / 1e9, 0, 'f', 1);
+    taken.busy = counts.busy > 0;
+    return taken;
+}
+
+int SaveFullBackup(const Options& options, Handset& handset)
+{
+    ProgressLine line;
+    FullBackupProgress progress;
+    if (isatty(STDERR_FILENO)) {
+        progress.items = [&line](const link::ScanProgress& done) { line.show(done); };
+        progress.files = [&line](size_t files, qint64 bytes) { line.showFiles(files, bytes); };
+    }
+    try {
+        const FullBackupTaken taken = TakeFullBackup(options, *handset.line, progress);
         line.end();
-        if (tree)
-            backup.files = std::move(tree->entries);
-        const QString path = backup.save(link::BackupFolder());
-        std::printf("%s\n", qPrintable(path));
-        for (const auto& [address, gap] : scan.gaps())
-            std::printf("%s: %s\n", qPrintable(model::Describe(address)), qPrintable(gap));
-        for (const auto& [file, gap] : tree ? tree->gaps : std::vector<std::pair<QString, QString>>{})
-            std::printf("%s: %s\n", qPrintable(file), qPrintable(gap));
-        const link::ScanCounts& counts = scan.counts();
-        std::printf("Items %u to %u: %zu held, %zu lacking, %zu busy, %zu refused (%zu entries with their indexes); "
-                    "%s; %.1f s\n",
-                    options.firstItem, options.lastItem, counts.held, counts.lacking, counts.busy, counts.refused,
-                    counts.entries, qPrintable(files), double(clock.nsecsElapsed()) / 1e9);
+        std::printf("%s\n", qPrintable(taken.path));
+        for (const QString& gap : taken.gaps)
+            std::printf("%s\n", qPrintable(gap));
+        std::printf("%s\n", qPrintable(taken.summary));
         // A busy item is a gap in the backup: a script must know.
-        return counts.busy > 0 ? 1 : 0;
+        return taken.busy ? 1 : 0;
     } catch (const TessalyError& error) {
         line.end();
         std::fprintf(stderr, "halvane: %s\n", qPrintable(error.description()));

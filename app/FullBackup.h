@@ -7,7 +7,33 @@
 
 #include "Handset.h"
 
+#include "link/ItemScan.h"
+
+#include <QStringList>
+
+#include <functional>
+
 namespace halvane {
+
+// What a full backup kept and what befell it on the way.
+struct FullBackupTaken {
+    QString path;      // the backup file
+    QStringList gaps;  // each item kept as busy or with a fault's status, each item or file not read
+    QString summary;   // "Items 0 to 65535: 108 held, ...; 333 files, 1.1 MB; 1.2 s"
+    bool busy = false; // an item stayed busy: the backup has a gap a script must know of
+};
+
+// Where a full backup stands: the items, then the files read so far.
+struct FullBackupProgress {
+    std::function<void(const tessaly::link::ScanProgress&)> items;
+    std::function<void(size_t files, qint64 bytes)> files;
+};
+
+// Scans the handset on `line` as the options say, then walks its file system
+// unless --no-files, and saves the full backup. Throws TessalyError when the
+// link fails; nothing is kept then.
+FullBackupTaken TakeFullBackup(const Options& options, tessaly::link::SerialLink& line,
+                               const FullBackupProgress& progress);
 
 // Scans the real handset's items as the options say, then walks its file
 // system unless --no-files, saves the full backup and prints its path, each

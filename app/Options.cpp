@@ -44,6 +44,27 @@ bool ItemRange(const QString& value, Options& options)
     return true;
 }
 
+// What is wrong with the bench --port names, if anything: each device named
+// once, and a command that works on many handsets: the bench window, or one
+// that works without a window.
+QString BenchPortsProblem(const Options& options)
+{
+    QStringList devices;
+    for (const QString& named : options.port.split(QLatin1Char(','))) {
+        const QString device = named.trimmed();
+        if (device.isEmpty() || (device == QLatin1String("all") && options.port != device))
+            return QStringLiteral("--port wants devices separated by commas, or \"all\", not \"%1\"").arg(options.port);
+        if (devices.contains(device))
+            return QStringLiteral("--port names %1 twice: each handset is worked on once").arg(device);
+        devices << device;
+    }
+    if (!options.bench && !options.read && !options.info && options.restoreBackup.isEmpty())
+        return QStringLiteral("--port with several handsets works with --bench, --info, --read and "
+                              "--restore-backup; the panel's window and the file system commands work with one: "
+                              "name its port");
+    return {};
+}
+
 } // namespace
 
 std::optional<Options> ParseOptions(const QCoreApplication& app)
@@ -68,7 +89,9 @@ std::optional<Options> ParseOptions(const QCoreApplication& app)
     const auto pace = option("pace", "Hold each NV item <ms> milliseconds on the line, to watch the progress.", "ms",
                              QStringLiteral("0"));
     const auto port = option("port", "Work with the handset on the serial <device> instead of the simulated one; "
-                                     "\"auto\" takes the one port where a handset answers.",
+                                     "\"auto\" takes the one port where a handset answers. With --info, --read or "
+                                     "--restore-backup, devices separated by commas, or \"all\" for every port "
+                                     "where a handset answers, work on many handsets at once.",
                              "device");
     const auto replyTime = option("reply-time", "Wait <ms> milliseconds for each reply of the handset.", "ms",
                                   QStringLiteral("3000"));
@@ -77,13 +100,14 @@ std::optional<Options> ParseOptions(const QCoreApplication& app)
     const auto bench = option("bench", "Show every handset on the machine's ports (with --port, on the "
                                        "comma-separated devices given) in the bench window, to back them up at once.");
     const auto probe = option("probe", "With --list-ports, ask each free port for a handset.");
-    const auto json = option("json", "With --list-ports, print a JSON array.");
+    const auto json = option("json", "With --list-ports, --efs-list or several handsets, print JSON.");
     const auto probeTime = option("probe-time", "Wait <ms> milliseconds for handsets to answer a probe.", "ms",
                                   QStringLiteral("300"));
     const auto read = option("read", "Read the handset on --port without a window, keep its backup, print the "
                                      "backup's path and exit.");
     const auto restore = option("restore-backup", "Write the backup <file> back to the handset on --port, tell each "
-                                                  "item's outcome and exit.",
+                                                  "item's outcome and exit; with several handsets, <file> may be a "
+                                                  "folder, each handset getting its own newest backup.",
                                 "file");
     const auto info = option("info", "Print the model, software version, dates, ESN and MEID of the handset on "
                                      "--port and exit.");
@@ -148,8 +172,8 @@ std::optional<Options> ParseOptions(const QCoreApplication& app)
     options.probeTime = *probeMs;
     if (options.probe && !options.listPorts)
         return refuse(QStringLiteral("--probe goes with --list-ports"));
-    if (options.json && !options.listPorts && !parser.isSet(efsList))
-        return refuse(QStringLiteral("--json goes with --list-ports or --efs-list"));
+    if (options.json && !options.listPorts && !parser.isSet(efsList) && !options.manyPorts())
+        return refuse(QStringLiteral("--json goes with --list-ports, --efs-list or a --port of several handsets"));
     options.pace = *paceMs;
     options.replyTime = *replyMs;
     options.allItems = parser.isSet(allItems) || parser.isSet(items);
@@ -204,6 +228,9 @@ std::optional<Options> ParseOptions(const QCoreApplication& app)
         && options.port.isEmpty())
         return refuse(QStringLiteral("--read, --info, --restore-backup and the --efs commands work on a real handset: "
                                      "give its --port"));
+    if (options.manyPorts())
+        if (const QString problem = BenchPortsProblem(options); !problem.isEmpty())
+            return refuse(problem);
     return options;
 }
 

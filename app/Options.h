@@ -20,7 +20,7 @@ struct Options {
     QString edit;       // "row,column" of the value cell to double-click
     QString state;      // the simulated handset's NV memory file
     std::chrono::milliseconds pace{0};
-    QString port;       // the serial device of a real handset, or "auto"
+    QString port;       // a real handset's serial device, "auto", or a bench: devices with commas, or "all"
     std::chrono::milliseconds replyTime{3000};
     QString spc;
     QString restoreBackup;
@@ -49,6 +49,9 @@ struct Options {
     QString efsFrom{};
     QString efsTo{};
     bool noFiles = false;
+
+    // Whether --port names a bench of handsets rather than one.
+    bool manyPorts() const { return port == QLatin1String("all") || port.contains(QLatin1Char(',')); }
 };
 
 // Reads the command line of `app`. --help and --version are answered and

@@ -130,9 +130,10 @@ QString FirstNotPermittedAdvice(const std::vector<ListedPort>& listed)
     return {};
 }
 
-// The one port where a handset answers, after ModemManager has let go of
-// the known handsets' ports it held.
-std::optional<QString> AutoPort(const Options& options, QString& failure)
+// The ports where a handset answers, after ModemManager has let go of the
+// known handsets' ports it held. None, with `failure` telling every port
+// tried and why it was passed over, when no handset answers.
+std::vector<ListedPort> AnsweringPorts(const Options& options, QString& failure)
 {
     std::vector<SerialPortEntry> ports = Ports();
     QStringList standing; // what ModemManager would not give up
@@ -148,27 +149,20 @@ std::optional<QString> AutoPort(const Options& options, QString& failure)
     if (asked)
         ports = Ports();
     const std::vector<ListedPort> listed = Probed(ports, options.probeTime);
-    QStringList answered;
+    std::vector<ListedPort> answered;
     QStringList tried;
-    std::optional<QString> chosen;
     bool heldByModemManager = false; // a port it holds that halvane did not know for a handset's
     for (const ListedPort& entry : listed) {
         heldByModemManager = heldByModemManager || entry.port.heldBy(ModemManagerName);
         if (entry.probe && entry.probe->handset) {
-            answered << QStringLiteral("  ") + PortLine(entry);
-            chosen = entry.port.node;
+            answered.push_back(entry);
             continue;
         }
         tried << QStringLiteral("  %1: %2")
                      .arg(entry.port.device, entry.probe ? entry.probe->failure : WhyNotProbed(entry.port));
     }
-    if (answered.size() == 1)
-        return chosen;
-    if (answered.size() > 1) {
-        failure = QStringLiteral("A handset answers on more than one port:\n%1\nChoose one with --port DEVICE.")
-                      .arg(answered.join(QLatin1Char('\n')));
-        return {};
-    }
+    if (!answered.empty())
+        return answered;
     if (listed.empty()) {
         failure = QLatin1String(NoPort);
         return {};
@@ -183,6 +177,41 @@ std::optional<QString> AutoPort(const Options& options, QString& failure)
     if (const QString advice = FirstNotPermittedAdvice(listed); !advice.isEmpty())
         failure += QLatin1Char('\n') + advice;
     return {};
+}
+
+// The one port where a handset answers.
+std::optional<QString> AutoPort(const Options& options, QString& failure)
+{
+    const std::vector<ListedPort> answered = AnsweringPorts(options, failure);
+    if (answered.size() == 1)
+        return answered.front().port.node;
+    if (answered.size() > 1) {
+        QStringList lines;
+        for (const ListedPort& entry : answered)
+            lines << QStringLiteral("  ") + PortLine(entry);
+        failure = QStringLiteral("A handset answers on more than one port:\n%1\nChoose one with --port DEVICE, or "
+                                 "work with all of them with --port all.")
+                      .arg(lines.join(QLatin1Char('\n')));
+    }
+    return {};
+}
+
+// The node to open for the device the user named, after ModemManager has let
+// go of it; nothing, with `failure` saying why, when it would not.
+std::optional<QString> NamedPort(const QString& device, QString& failure)
+{
+    // ModemManager is asked only about a serial port of the machine's, not
+    // about a pseudo-terminal or a path it cannot hold.
+    std::vector<SerialPortEntry> ports = ListPorts(SystemRoot(), KnownDiagInterfaces());
+    const auto named = std::find_if(ports.begin(), ports.end(), [&](const SerialPortEntry& port) {
+        return port.device == device || port.node == device;
+    });
+    if (named == ports.end())
+        return device;
+    AddModemManagerHolds(ports);
+    if (named->heldBy(ModemManagerName) && !FreeFromModemManager(*named, failure))
+        return {};
+    return named->node;
 }
 
 } // namespace
@@ -221,18 +250,29 @@ std::optional<QString> ChoosePort(const Options& options, QString& failure)
 {
     if (options.port == QLatin1String("auto"))
         return AutoPort(options, failure);
-    // ModemManager is asked only about a serial port of the machine's, not
-    // about a pseudo-terminal or a path it cannot hold.
-    std::vector<SerialPortEntry> ports = ListPorts(SystemRoot(), KnownDiagInterfaces());
-    const auto named = std::find_if(ports.begin(), ports.end(), [&](const SerialPortEntry& port) {
-        return port.device == options.port || port.node == options.port;
-    });
-    if (named == ports.end())
-        return options.port;
-    AddModemManagerHolds(ports);
-    if (named->heldBy(ModemManagerName) && !FreeFromModemManager(*named, failure))
-        return {};
-    return named->node;
+    return NamedPort(options.port, failure);
+}
+
+std::optional<QStringList> ChooseBenchPorts(const Options& options, QString& failure)
+{
+    QStringList devices;
+    if (options.port == QLatin1String("all")) {
+        for (const ListedPort& entry : AnsweringPorts(options, failure))
+            devices << entry.port.node;
+        if (devices.isEmpty())
+            return {};
+        return devices;
+    }
+    // ModemManager lets go of each it holds; one it keeps is told, and the
+    // handset's run then fails to open its port.
+    for (const QString& named : options.port.split(QLatin1Char(','))) {
+        QString refused;
+        const std::optional<QString> node = NamedPort(named.trimmed(), refused);
+        if (!node)
+            std::fprintf(stderr, "halvane: %s\n", qPrintable(refused));
+        devices << node.value_or(named.trimmed());
+    }
+    return devices;
 }
 
 } // namespace halvane

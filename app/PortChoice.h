@@ -10,6 +10,7 @@
 #include "link/PortList.h"
 
 #include <QString>
+#include <QStringList>
 
 #include <optional>
 #include <vector>
@@ -29,5 +30,11 @@ int ListPortsCommand(const Options& options);
 // when it holds it. Nothing, with `failure` saying why, when no port can be
 // taken.
 std::optional<QString> ChoosePort(const Options& options, QString& failure);
+
+// The devices of a bench (Options::manyPorts): those of the list, each freed
+// from ModemManager where it holds it, or with "all" every port where a
+// handset answers. Nothing, with `failure` telling every port tried and why
+// it was passed over, when "all" finds no handset.
+std::optional<QStringList> ChooseBenchPorts(const Options& options, QString& failure);
 
 } // namespace halvane

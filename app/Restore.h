@@ -6,7 +6,20 @@
 
 #include "Handset.h"
 
+#include "link/Backup.h"
+
+#include <functional>
+
 namespace halvane {
+
+// Writes `backup` to the handset on `line` whose NV memory is `memory`: its
+// items, then its files, telling each one's outcome as it happens. Items the
+// catalogue does not know, and files the handset does not have, are written
+// only with --all-items. Gives whether every item and file that was to be
+// written was. Throws TessalyError saying what was left unwritten when the
+// link fails or the backup is not this handset's.
+bool RestoreItemsAndFiles(const Options& options, const tessaly::link::Backup& backup, tessaly::link::SerialLink& line,
+                          tessaly::link::LiveNvMemory& memory, const std::function<void(const QString&)>& tell);
 
 // Writes the backup --restore-backup names, an NV file or an XQCN file, to
 // the real handset: its items, then its files, printing each one's outcome on

@@ -11,7 +11,8 @@
 // handset says of itself, --efs-list, --efs-get and --efs-put work with its
 // file system, --convert turns an NV file into an XQCN file or back,
 // --list-ports tells the serial ports and --port auto takes the one where a
-// handset answers. With --message TEXT it shows the panel's own
+// handset answers; --port with a list of devices, or all, works on a bench of
+// handsets at once. With --message TEXT it shows the panel's own
 // message box, with --edit ROW,COLUMN the editor of that cell, as a double
 // click opens it. --bench shows every handset on the machine's ports in the
 // bench window, to back them up at once.
@@ -24,6 +25,7 @@
 #include "Restore.h"
 #include "Screenshot.h"
 #include "UnattendedDialogs.h"
+#include "bench/BenchCommand.h"
 #include "bench/BenchWindowCommand.h"
 
 #include <tessaly/MessageBox.h>
@@ -85,6 +87,12 @@ int main(int argc, char** argv)
         return 1;
     };
     QString failure;
+    if (options.manyPorts()) {
+        const std::optional<QStringList> devices = halvane::ChooseBenchPorts(options, failure);
+        if (!devices)
+            return fail(failure);
+        return halvane::RunBenchCommand(options, *devices);
+    }
     if (!options.port.isEmpty()) {
         const std::optional<QString> node = halvane::ChoosePort(options, failure);
         if (!node)

@@ -14,6 +14,7 @@
 #include "support/PseudoTerminal.h"
 
 #include "link/PortList.h"
+#include "model/Catalogue.h"
 
 #include <QAccessible>
 #include <QApplication>
@@ -69,11 +70,20 @@ protected:
             qunsetenv(name);
     }
 
-    // A new emulated handset's terminal, with `faults`.
+    // A new emulated handset's terminal: the factory's items with an ESN of
+    // its own, and `faults`.
     QString handset(const QStringList& faults = {})
     {
+        const uint32_t esn = 0x11111111u * uint32_t(emulators.size() + 1);
+        tessaly::model::NvFile items;
+        for (auto [address, data] : tessaly::model::Catalogue::BuiltIn().factory()) {
+            if (address.item == tessaly::model::EsnItem)
+                for (int i = 0; i < 4; ++i)
+                    data[size_t(i)] = uint8_t(esn >> (8 * i));
+            items.entries.push_back({address, tessaly::model::NvStatus::Done, data});
+        }
         auto& emulator = emulators.emplace_back(std::make_unique<Emulator>());
-        return emulator->startOn(folder.filePath(QStringLiteral("handset%1.json").arg(emulators.size())), {}, faults);
+        return emulator->startOn(folder.filePath(QStringLiteral("handset%1.json").arg(emulators.size())), items, faults);
     }
 
     BenchWindow& open()
@@ -298,4 +308,49 @@ TEST_F(BenchWindowTest, HalvaneRendersTheBenchWithoutADisplay)
     const QImage image(picture);
     ASSERT_FALSE(image.isNull());
     EXPECT_GE(image.width(), 720);
+}
+
+TEST_F(BenchWindowTest, BackUpTakesTheChosenHandsetsAtOnceAndAFaultOnOneCostsTheOtherNothing)
+{
+    // A short range of items and no files: the bench's part, not the scan's.
+    options.lastItem = 300;
+    options.noFiles = true;
+    const QString first = handset();
+    const QString second = handset();
+    const QString dying = handset({"--dead-after", "20"});
+    openOn({first, second, dying});
+    ASSERT_EQ(table().rowCount(), 3);
+    EXPECT_EQ(cell(0, BenchTable::LastBackup), "none");
+
+    choose({0, 1, 2});
+    window->backUpButton().click();
+    for (int row = 0; row < 3; ++row)
+        EXPECT_EQ(cell(row, BenchTable::State), "reading");
+    // Rows being read are not backed up again, nor opened, until they end.
+    EXPECT_FALSE(window->backUpButton().isEnabled());
+    EXPECT_TRUE(window->working());
+
+    ASSERT_TRUE(waitUntil([&] {
+        return table().at(0).state != BenchState::Reading && table().at(1).state != BenchState::Reading
+            && table().at(2).state != BenchState::Reading;
+    }));
+    for (int row = 0; row < 2; ++row) {
+        EXPECT_EQ(cell(row, BenchTable::State), "done");
+        const QString kept = table().at(row).backupPath;
+        EXPECT_TRUE(QFileInfo(kept).isFile()) << qPrintable(kept);
+        EXPECT_TRUE(cell(row, BenchTable::LastBackup).endsWith(kept)) << qPrintable(cell(row, BenchTable::LastBackup));
+        EXPECT_EQ(table().at(row).percent, 100);
+    }
+    EXPECT_TRUE(QFileInfo(table().at(0).backupPath).fileName().startsWith(QLatin1String("11111111-")));
+    EXPECT_TRUE(QFileInfo(table().at(1).backupPath).fileName().startsWith(QLatin1String("22222222-")));
+    EXPECT_EQ(table().at(2).state, BenchState::Failed);
+    EXPECT_TRUE(cell(2, BenchTable::State).startsWith(QLatin1String("failed: "))) << qPrintable(cell(2, BenchTable::State));
+    EXPECT_TRUE(cell(2, BenchTable::State).contains(QLatin1String("does not answer")))
+        << qPrintable(cell(2, BenchTable::State));
+    EXPECT_EQ(table().data(table().index(2, BenchTable::State), Qt::ToolTipRole).toString(), table().at(2).reason);
+    EXPECT_EQ(cell(2, BenchTable::LastBackup), "none");
+
+    // Once ended, they may be backed up again.
+    EXPECT_FALSE(window->working());
+    EXPECT_TRUE(window->backUpButton().isEnabled());
 }

@@ -51,13 +51,17 @@ public:
     explicit BenchRun(Options options, QObject* parent = nullptr);
     ~BenchRun() override;
 
-    // Starts the work on every device of `devices`, each on its own thread.
-    // For a restore, `backups` gives each device's backup file by the device's
-    // position; devices without one are not started.
-    void start(const QStringList& devices, const QStringList& backups = {});
+    // Starts the work on every device of `devices`, each on its own thread;
+    // a run starts once. A restore gives each handset the newest backup of
+    // its own (same ESN and MEID) of those --restore-backup names, a file or
+    // a folder of them; a handset with none fails, and the backups that could
+    // not be read are told in unreadable().
+    void start(const QStringList& devices);
     bool running() const;
     // The outcomes of the runs that ended, in the order of the devices.
     const std::vector<BenchOutcome>& outcomes() const { return m_outcomes; }
+    // The files of --restore-backup passed over, each with why.
+    const QStringList& unreadable() const { return m_unreadable; }
 
 signals:
     void identified(const QString& device, const tessaly::link::HandsetIdentity& identity);
@@ -66,10 +70,17 @@ signals:
     void allFinished();
 
 private:
+    void ended(size_t index, BenchOutcome outcome);
+
     Options m_options;
-    std::vector<QThread*> m_threads;
+    std::vector<std::unique_ptr<QThread>> m_threads;
     std::vector<BenchOutcome> m_outcomes;
-    int m_left = 0;
+    QStringList m_unreadable;
+    size_t m_left = 0;
 };
 
 } // namespace halvane
+
+Q_DECLARE_METATYPE(tessaly::link::HandsetIdentity)
+Q_DECLARE_METATYPE(halvane::BenchProgress)
+Q_DECLARE_METATYPE(halvane::BenchOutcome)

@@ -304,10 +304,11 @@ void BenchWindow::openCurrent()
 
 void BenchWindow::closeEvent(QCloseEvent* event)
 {
+    // A backup under way is never cut short: halvane ends once it has.
     if (d->runs > 0
         && QMessageBox::question(this, windowTitle(),
-                                 QStringLiteral("Backups are under way. Close the bench and stop them, with the "
-                                                "handsets not backed up?"),
+                                 QStringLiteral("Backups are under way. Close the bench window? halvane ends once "
+                                                "they have finished."),
                                  QMessageBox::Close | QMessageBox::Cancel, QMessageBox::Cancel)
                != QMessageBox::Close) {
         event->ignore();

@@ -28,7 +28,7 @@ int BenchWindowCommand(const Options& options, bool unattended)
     });
     QEventLoop searching;
     QObject::connect(&window, &BenchWindow::searched, &searching, &QEventLoop::quit);
-    if (options.port.isEmpty())
+    if (options.port.isEmpty() || options.port == QLatin1String("all"))
         window.watch(Ports);
     else
         window.probe(options.port.split(QLatin1Char(','), Qt::SkipEmptyParts));

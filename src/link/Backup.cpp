@@ -30,9 +30,16 @@ QString Backup::save(const QString& folder) const
 {
     const QString stem = QDir(folder).filePath(esn + QLatin1Char('-') + time.toString(QStringLiteral("yyyyMMdd-HHmmss"))
                                                + (full ? QStringLiteral("-full") : QString()));
+    // Never over an earlier one: the name is claimed by making the file, so
+    // that handsets saved at once under one ESN never take the same one.
+    QDir().mkpath(folder);
     QString path = stem + QStringLiteral(".json");
-    for (int n = 2; QFile::exists(path); ++n) // never over an earlier one
+    for (int n = 2;; ++n) {
+        QFile claim(path);
+        if (claim.open(QIODevice::WriteOnly | QIODevice::NewOnly) || !claim.exists())
+            break; // claimed, or not to be made: the write tells why
         path = stem + QStringLiteral("-%1.json").arg(n);
+    }
     if (const QString problem = model::WriteNvFile(path, file()); !problem.isEmpty())
         throw TessalyError(errBackupUnwritable, QStringLiteral("The backup %1 could not be written: %2.").arg(path, problem));
     return path;
