@@ -5,6 +5,8 @@
 
 #include "LastBackup.h"
 
+#include <QDir>
+
 
 namespace halvane {
 
@@ -18,17 +20,23 @@ QString EsnHex(uint32_t esn)
 
 QString IdentityText(const BenchRow& row)
 {
-    QString text = row.esnKnown ? EsnHex(row.identity.esn) : QStringLiteral("?");
+    QString text = row.esnKnown ? EsnHex(row.identity.esn) : QString();
     if (!row.identity.meid.isEmpty())
         text += QStringLiteral(" / ") + row.identity.meid;
     return text;
 }
 
+// The time and the path, the home folder written "~" as a shell does: the
+// folder of every backup is the same, the name is what tells one apart.
 QString BackupText(const BenchRow& row)
 {
     if (row.backupPath.isEmpty())
         return QStringLiteral("none");
-    return row.backupTime.toString(QStringLiteral("yyyy-MM-dd HH:mm")) + QStringLiteral("  ") + row.backupPath;
+    QString path = row.backupPath;
+    const QString home = QDir::homePath();
+    if (path.startsWith(home + QLatin1Char('/')))
+        path = QLatin1Char('~') + path.mid(home.size());
+    return row.backupTime.toString(QStringLiteral("yyyy-MM-dd HH:mm")) + QStringLiteral("  ") + path;
 }
 
 // The backup's progress: how many items of how many, then files.

@@ -97,10 +97,7 @@ QString Summary(const BenchTable& table)
         if (count > 0)
             counts << QStringLiteral("%1 %2").arg(count).arg(QLatin1String(name));
     }
-    return QStringLiteral("%1 handset%2: %3")
-        .arg(table.rowCount())
-        .arg(table.rowCount() == 1 ? QString() : QStringLiteral("s"))
-        .arg(counts.join(QStringLiteral(", ")));
+    return QStringLiteral("%1 on the bench: %2").arg(table.rowCount()).arg(counts.join(QStringLiteral(", ")));
 }
 
 } // namespace
@@ -134,7 +131,7 @@ BenchWindow::BenchWindow(const Options& options, const QString& backups, QWidget
     header->resizeSection(BenchTable::Esn, wide("8F00A1B2 / A1000012345678"));
     header->resizeSection(BenchTable::Software, wide("SIM800-1.04.021"));
     header->resizeSection(BenchTable::State, wide("failed: does not answer"));
-    header->resizeSection(BenchTable::Progress, 200);
+    header->resizeSection(BenchTable::Progress, wide("100 %, items 65535 of 65535"));
     view->setAccessibleName(QStringLiteral("Handsets on the bench"));
     view->setAccessibleDescription(QStringLiteral("One row per handset found: port, model, ESN and MEID, software "
                                                   "version, state, progress and last backup. Enter opens the "
@@ -315,6 +312,20 @@ void BenchWindow::closeEvent(QCloseEvent* event)
         return;
     }
     event->accept();
+}
+
+QSize BenchWindow::sizeHint() const
+{
+    // Every column at its width, the last with room for a backup's time and
+    // path, and a tray's worth of rows.
+    const QHeaderView* header = d->view->horizontalHeader();
+    const int columns = header->sectionPosition(BenchTable::LastBackup)
+        + d->view->fontMetrics().horizontalAdvance(
+            QStringLiteral("2026-11-26 08:30  ~/.local/share/Halvane/backups/8F3A21C4-20261126-083000-full.json"))
+        + 24;
+    const int rows = header->height() + 8 * d->view->verticalHeader()->defaultSectionSize();
+    const QSize around = QWidget::sizeHint() - d->view->sizeHint();
+    return {columns + 2 * d->view->frameWidth() + around.width(), rows + 2 * d->view->frameWidth() + around.height()};
 }
 
 BenchTable& BenchWindow::table() const

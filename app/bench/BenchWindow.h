@@ -41,6 +41,9 @@ public:
     QPushButton& backUpButton() const;
     QPushButton& openButton() const;
     QPushButton& lookAgainButton() const;
+    // Wide enough for every column and a backup's path, tall enough for
+    // eight rows.
+    QSize sizeHint() const override;
     // Whether backups are under way.
     bool working() const;
 

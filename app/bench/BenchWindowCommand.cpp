@@ -32,7 +32,7 @@ int BenchWindowCommand(const Options& options, bool unattended)
         window.watch(Ports);
     else
         window.probe(options.port.split(QLatin1Char(','), Qt::SkipEmptyParts));
-    window.resize(window.sizeHint().expandedTo({1180, 300}));
+    window.resize(window.sizeHint());
     window.show();
     if (!unattended)
         return QApplication::exec();
