@@ -132,9 +132,29 @@ std::optional<Options> ParseOptions(const QCoreApplication& app)
     const auto efsPut = option("efs-put", "Write the local <file> to the path of the handset on --port given after "
                                           "it, keeping what was there first, and exit.",
                                "file");
+    const auto nvRead = option("nv-read", "Print the NV item <item[:index]> of the handset on --port: its status, its "
+                                          "128 bytes as xxd shows them and the catalogue's values, and exit.",
+                               "item[:index]");
+    const auto nvWrite = option("nv-write", "Write the NV item <item[:index]> of the handset on --port with the bytes in "
+                                            "hexadecimal given after it (spaces allowed; zeros after fewer than 128), "
+                                            "keeping what it held first, and exit.",
+                                "item[:index]");
+    const auto diff = option("diff", "Compare the NV file <a> (a backup or an XQCN file) with the file B given after "
+                                     "it, print what differs (with --json, as JSON) and exit 0 when they hold the "
+                                     "same, 1 when they differ.",
+                             "a");
+    const auto prlShow = option("prl-show", "Show the roaming list <file> (.prl) as its tables (with --json, as JSON) "
+                                            "and exit.",
+                                "file");
+    const auto prlGet = option("prl-get", "Read the roaming list of the handset on --port into the new <file> and exit.",
+                               "file");
+    const auto prlPut = option("prl-put", "Check the roaming list <file>, write it to the handset on --port, keeping "
+                                          "its list first, read it back and exit.",
+                               "file");
     parser.addPositionalArgument(QStringLiteral("OUT"),
                                  QStringLiteral("With --convert, the file to write; with --efs-get, the local file; "
-                                                "with --efs-put, the path on the handset."),
+                                                "with --efs-put, the path on the handset; with --nv-write, the bytes; "
+                                                "with --diff, the file B."),
                                  QStringLiteral("[OUT]"));
     // A wrong option is bad usage, exit status 2; process() would exit with 1.
     if (!parser.parse(QCoreApplication::arguments())) {
@@ -172,8 +192,14 @@ std::optional<Options> ParseOptions(const QCoreApplication& app)
     options.probeTime = *probeMs;
     if (options.probe && !options.listPorts)
         return refuse(QStringLiteral("--probe goes with --list-ports"));
-    if (options.json && !options.listPorts && !parser.isSet(efsList) && !options.manyPorts())
-        return refuse(QStringLiteral("--json goes with --list-ports, --efs-list or a --port of several handsets"));
+    options.prlShow = parser.value(prlShow);
+    options.prlGet = parser.value(prlGet);
+    options.prlPut = parser.value(prlPut);
+    const bool printsData
+        = options.listPorts || parser.isSet(efsList) || parser.isSet(diff) || parser.isSet(prlShow) || options.manyPorts();
+    if (options.json && !printsData)
+        return refuse(QStringLiteral("--json goes with --list-ports, --efs-list, --diff, --prl-show or a --port of "
+                                     "several handsets"));
     options.pace = *paceMs;
     options.replyTime = *replyMs;
     options.allItems = parser.isSet(allItems) || parser.isSet(items);
@@ -185,10 +211,11 @@ std::optional<Options> ParseOptions(const QCoreApplication& app)
     options.inFlight = parser.value(inFlight).toInt(&number);
     if (!number || options.inFlight < 1 || options.inFlight > 8)
         return refuse(QStringLiteral("--in-flight wants a number of 1 to 8, not \"%1\"").arg(parser.value(inFlight)));
-    const bool secondFile = parser.isSet(convert) || parser.isSet(efsGet) || parser.isSet(efsPut);
+    const bool secondFile = parser.isSet(convert) || parser.isSet(efsGet) || parser.isSet(efsPut)
+        || parser.isSet(nvWrite) || parser.isSet(diff);
     if (!secondFile && !parser.positionalArguments().isEmpty())
         return refuse(QStringLiteral("\"%1\" is not an option; a file comes alone only after --convert IN, --efs-get "
-                                     "PATH or --efs-put FILE")
+                                     "PATH, --efs-put FILE or --diff A, bytes after --nv-write ITEM")
                           .arg(parser.positionalArguments()[0]));
     options.noFiles = parser.isSet(noFiles);
     if (options.noFiles && !(options.read && options.allItems))
@@ -219,15 +246,29 @@ std::optional<Options> ParseOptions(const QCoreApplication& app)
         options.convertFrom = parser.value(convert);
         options.convertTo = parser.positionalArguments()[0];
     }
+    options.nvRead = parser.value(nvRead);
+    options.nvWrite = parser.value(nvWrite);
+    options.nvBytes = parser.positionalArguments().join(QLatin1Char(' '));
+    if (parser.isSet(nvRead) && parser.isSet(nvWrite))
+        return refuse(QStringLiteral("--nv-read and --nv-write go one at a time"));
+    if (parser.isSet(diff)) {
+        if (parser.positionalArguments().size() != 1)
+            return refuse(QStringLiteral("--diff A B wants the file to compare A with after it"));
+        options.diffFrom = parser.value(diff);
+        options.diffTo = parser.positionalArguments()[0];
+    }
     if (options.bench
         && (options.read || options.info || !options.restoreBackup.isEmpty() || options.listPorts
-            || options.fileWork != Options::FileWork::None || !options.convertFrom.isEmpty()))
+            || options.fileWork != Options::FileWork::None || !options.convertFrom.isEmpty() || !options.nvRead.isEmpty()
+            || !options.nvWrite.isEmpty() || !options.diffFrom.isEmpty() || !options.prlShow.isEmpty()
+            || !options.prlGet.isEmpty() || !options.prlPut.isEmpty()))
         return refuse(QStringLiteral("--bench is a window of its own: it goes with --port, --screenshot, "
                                      "--probe-time, --reply-time, --spc and --in-flight"));
-    if ((options.read || options.info || !options.restoreBackup.isEmpty() || options.fileWork != Options::FileWork::None)
+    if ((options.read || options.info || parser.isSet(nvRead) || parser.isSet(nvWrite) || !options.restoreBackup.isEmpty()
+         || options.fileWork != Options::FileWork::None || !options.prlGet.isEmpty() || !options.prlPut.isEmpty())
         && options.port.isEmpty())
-        return refuse(QStringLiteral("--read, --info, --restore-backup and the --efs commands work on a real handset: "
-                                     "give its --port"));
+        return refuse(QStringLiteral("--read, --info, --restore-backup, the --nv, --efs and --prl-get/--prl-put commands "
+                                     "work on a real handset: give its --port"));
     if (options.manyPorts())
         if (const QString problem = BenchPortsProblem(options); !problem.isEmpty())
             return refuse(problem);

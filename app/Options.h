@@ -49,9 +49,21 @@ struct Options {
     QString efsFrom{};
     QString efsTo{};
     bool noFiles = false;
+    // One NV item by its number (ItemByNumber.h): --nv-read ITEM[:INDEX], or
+    // --nv-write ITEM[:INDEX] with its bytes in hexadecimal after it.
+    QString nvRead{};
+    QString nvWrite{};
+    QString nvBytes{};
+    QString diffFrom{}; // --diff: this NV file compared with diffTo (Diff.h)
+    QString diffTo{};
 
     // Whether --port names a bench of handsets rather than one.
     bool manyPorts() const { return port == QLatin1String("all") || port.contains(QLatin1Char(',')); }
+    // The roaming list: --prl-show decodes a .prl file; --prl-get reads the
+    // handset's list into a new one; --prl-put writes one to the handset.
+    QString prlShow{};
+    QString prlGet{};
+    QString prlPut{};
 };
 
 // Reads the command line of `app`. --help and --version are answered and

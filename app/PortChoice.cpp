@@ -5,6 +5,7 @@
 
 #include "ModemManagerRelease.h"
 
+#include "link/EmulatedPorts.h"
 #include "link/PortAdvice.h"
 #include "link/PortList.h"
 #include "link/PortReport.h"
@@ -220,6 +221,8 @@ std::vector<SerialPortEntry> Ports()
 {
     std::vector<SerialPortEntry> ports = ListPorts(SystemRoot(), KnownDiagInterfaces());
     AddModemManagerHolds(ports);
+    std::vector<SerialPortEntry> emulated = EmulatedPorts(EmulatorAnnouncementFolder());
+    ports.insert(ports.end(), std::make_move_iterator(emulated.begin()), std::make_move_iterator(emulated.end()));
     return ports;
 }
 

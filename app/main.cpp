@@ -9,19 +9,24 @@
 // standard error. --read and --restore-backup work on a real handset without
 // a window; --read --all-items keeps every NV item, --info tells what the
 // handset says of itself, --efs-list, --efs-get and --efs-put work with its
-// file system, --convert turns an NV file into an XQCN file or back,
-// --list-ports tells the serial ports and --port auto takes the one where a
-// handset answers; --port with a list of devices, or all, works on a bench of
-// handsets at once. With --message TEXT it shows the panel's own
+// file system, --nv-read and --nv-write one NV item by its number, --prl-get
+// and --prl-put its roaming list (--prl-show shows a roaming list file),
+// --diff compares two backups, --convert turns an NV file into an XQCN file
+// or back, --list-ports tells the serial ports and --port auto takes the one
+// where a handset answers; --port with a list of devices, or all, works on a
+// bench of handsets at once. With --message TEXT it shows the panel's own
 // message box, with --edit ROW,COLUMN the editor of that cell, as a double
 // click opens it. --bench shows every handset on the machine's ports in the
 // bench window, to back them up at once.
 #include "Convert.h"
 #include "Files.h"
+#include "Diff.h"
 #include "FullBackup.h"
 #include "Handset.h"
+#include "ItemByNumber.h"
 #include "Options.h"
 #include "PortChoice.h"
+#include "Prl.h"
 #include "Restore.h"
 #include "Screenshot.h"
 #include "UnattendedDialogs.h"
@@ -69,9 +74,22 @@ int main(int argc, char** argv)
         return halvane::ListPortsCommand(options);
     if (!options.convertFrom.isEmpty())
         return halvane::Convert(options.convertFrom, options.convertTo);
+    if (!options.diffFrom.isEmpty())
+        return halvane::DiffBackups(options);
+    if (!options.prlShow.isEmpty())
+        return halvane::ShowPrl(options);
+    // The item and its bytes are checked before a port is chosen: nothing is
+    // sent to a handset for a request that would be refused.
+    std::optional<halvane::ItemWork> itemWork;
+    if (!options.nvRead.isEmpty() || !options.nvWrite.isEmpty()) {
+        itemWork = halvane::CheckItemWork(options);
+        if (!itemWork)
+            return 2;
+    }
     const bool unattended
         = DrawsNowhere() || !options.screenshot.isEmpty() || options.read || options.info
-          || !options.restoreBackup.isEmpty() || options.fileWork != halvane::Options::FileWork::None;
+          || !options.restoreBackup.isEmpty() || options.fileWork != halvane::Options::FileWork::None || itemWork
+          || !options.prlGet.isEmpty() || !options.prlPut.isEmpty();
     halvane::UnattendedDialogs dialogs;
     if (unattended)
         app.installEventFilter(&dialogs);
@@ -101,6 +119,13 @@ int main(int argc, char** argv)
     }
     if (options.info)
         return halvane::PrintIdentity(options);
+    if (itemWork)
+        return options.nvWrite.isEmpty() ? halvane::ReadItemByNumber(options, *itemWork)
+                                         : halvane::WriteItemByNumber(options, *itemWork);
+    if (!options.prlGet.isEmpty())
+        return halvane::GetPrl(options);
+    if (!options.prlPut.isEmpty())
+        return halvane::PutPrl(options);
     switch (options.fileWork) {
     case halvane::Options::FileWork::List: return halvane::ListFiles(options);
     case halvane::Options::FileWork::Get: return halvane::GetFile(options);

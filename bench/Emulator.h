@@ -17,10 +17,15 @@ public:
         m_process.waitForReadyRead(5000);
         m_port = QString::fromLocal8Bit(m_process.readLine()).trimmed();
     }
+    // Stopped as a user stops it, so that it takes back the announcement of
+    // its terminal from the user's runtime folder.
     ~Emulator()
     {
-        m_process.kill();
-        m_process.waitForFinished();
+        m_process.terminate();
+        if (!m_process.waitForFinished(5000)) {
+            m_process.kill();
+            m_process.waitForFinished();
+        }
     }
     const QString& port() const { return m_port; }
 

@@ -4,12 +4,14 @@
 // halvane on a bench of handsets from the command line: every handset backed
 // up at once, one that falls silent or is not there costing the others
 // nothing; each handset given its own backup back from a folder; lists that
-// name a device twice, and benches where no handset answers, refused.
+// name a device twice, and benches where no handset answers, refused; "all"
+// finding every emulated handset while each sends its reports and logs.
 #include "model/Catalogue.h"
 #include "model/NvFile.h"
 #include "support/Programs.h"
 
 #include <QFileInfo>
+#include <QSet>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -149,6 +151,32 @@ TEST_F(BenchCommandTest, ListsNamingADeviceTwiceOrNoCommandAndBenchesWithoutHand
     const Outcome nobody = RunHalvane(folder.path(), {"--port", "all", "--info"}, bare);
     EXPECT_EQ(nobody.status, 1);
     EXPECT_TRUE(nobody.err.contains(QLatin1String("There is no serial port"))) << qPrintable(nobody.err);
+}
+
+TEST_F(BenchCommandTest, AllTakesEveryEmulatedHandsetThatAnswersThroughItsReportsAndLogs)
+{
+    const QString runtime = folder.filePath(QStringLiteral("runtime"));
+    QDir().mkpath(runtime);
+    QFile::setPermissions(runtime, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    Emulator emulators(runtime);
+    const QStringList terminals = emulators.startBench(stateOf(0), 3, {"--events", "--logs", "--report-pace", "5"});
+    ASSERT_EQ(terminals.size(), 3);
+    QProcessEnvironment bare; // no serial port of the machine's
+    bare.insert(QStringLiteral("TESSALY_SYSTEM_ROOT"), folder.filePath(QStringLiteral("empty")));
+    QDir(folder.path()).mkdir(QStringLiteral("empty"));
+
+    const Outcome run = RunHalvane(folder.path(), {"--port", "all", "--read", "--items", "0-300", "--json"}, bare);
+    EXPECT_EQ(run.status, 0) << qPrintable(run.err);
+    const QJsonArray handsets = QJsonDocument::fromJson(run.out.toUtf8()).array();
+    ASSERT_EQ(handsets.size(), 3) << qPrintable(run.out) << qPrintable(run.err);
+    QSet<QString> esns;
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_EQ(handsets[i].toObject()["port"].toString(), terminals[i]);
+        EXPECT_TRUE(handsets[i].toObject()["succeeded"].toBool());
+        esns << handsets[i].toObject()["esn"].toString();
+    }
+    EXPECT_EQ(esns.size(), 3) << "each handset is one of its own";
+    EXPECT_EQ(backups().size(), 3);
 }
 
 } // namespace

@@ -13,6 +13,7 @@
 #include "support/Programs.h"
 #include "support/PseudoTerminal.h"
 
+#include "link/EmulatorAnnouncement.h"
 #include "link/PortList.h"
 #include "model/Catalogue.h"
 
@@ -188,7 +189,7 @@ TEST_F(BenchWindowTest, TheEmulatorsAnnouncementFolderIsWatchedEvenWhenItIsMadeL
     EXPECT_FALSE(watch.usesUdev()); // the test's machine runs no udev
     QSignalSpy changed(&watch, &DeviceWatch::changed);
 
-    ASSERT_TRUE(QDir().mkpath(EmulatorAnnouncements()));
+    ASSERT_TRUE(QDir().mkpath(tessaly::link::EmulatorAnnouncementFolder()));
     listed.push_back(Port(QStringLiteral("/dev/pts/41")));
     ASSERT_TRUE(changed.wait(Patience)) << "the folder's making was not seen";
     ASSERT_EQ(changed.size(), 1);
@@ -196,7 +197,7 @@ TEST_F(BenchWindowTest, TheEmulatorsAnnouncementFolderIsWatchedEvenWhenItIsMadeL
 
     // The announcement itself, in the folder now watched, and its going.
     listed.push_back(Port(QStringLiteral("/dev/pts/42")));
-    QFile announced(EmulatorAnnouncements() + QStringLiteral("/42"));
+    QFile announced(tessaly::link::EmulatorAnnouncementFolder() + QStringLiteral("/42"));
     ASSERT_TRUE(announced.open(QIODevice::WriteOnly));
     announced.close();
     ASSERT_TRUE(changed.wait(Patience)) << "the announcement was not seen";

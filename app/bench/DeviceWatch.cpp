@@ -3,11 +3,12 @@
 
 #include "DeviceWatch.h"
 
+#include "link/EmulatorAnnouncement.h"
+
 #include <QDir>
 #include <QFileInfo>
 #include <QFileSystemWatcher>
 #include <QSocketNotifier>
-#include <QStandardPaths>
 #include <QTimer>
 
 #include <libudev.h>
@@ -69,11 +70,6 @@ private:
 
 } // namespace
 
-QString EmulatorAnnouncements()
-{
-    return QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation) + QStringLiteral("/tessaly-emu");
-}
-
 struct DeviceWatch::Private {
     Lister lister;
     std::vector<SerialPortEntry> ports;
@@ -81,7 +77,7 @@ struct DeviceWatch::Private {
     QFileSystemWatcher folders;
     std::unique_ptr<UdevMonitor> udev;
     std::unique_ptr<QSocketNotifier> notifier;
-    QString announcements = EmulatorAnnouncements();
+    QString announcements = tessaly::link::EmulatorAnnouncementFolder();
 
     // The announcement folder is watched once it is there; until then its
     // parent is, to see it made.

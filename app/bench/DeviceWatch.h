@@ -43,8 +43,4 @@ private:
     std::unique_ptr<Private> const d;
 };
 
-// The folder where tessaly-emu announces the terminals of its handsets, one
-// file each, under the user's runtime folder.
-QString EmulatorAnnouncements();
-
 } // namespace halvane

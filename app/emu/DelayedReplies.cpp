@@ -27,20 +27,28 @@ DelayedReplies::DelayedReplies(int fd, std::chrono::microseconds latency, size_t
 {
 }
 
-void DelayedReplies::awaitInput()
+DelayedReplies::Wake DelayedReplies::awaitInput(int stop, Clock::time_point until)
 {
     while (true) {
         sendDue();
-        pollfd input{m_fd, POLLIN, 0};
-        if (m_held.empty()) {
-            ::poll(&input, 1, -1);
-            return;
+        pollfd waited[2] = {{m_fd, POLLIN, 0}, {stop, POLLIN, 0}};
+        const Clock::time_point wake = m_held.empty() ? until : std::min(until, m_held.front().due);
+        int ready = 0;
+        if (wake == Clock::time_point::max()) {
+            ready = ::poll(waited, 2, -1);
+        } else {
+            const auto wait = std::chrono::duration_cast<std::chrono::nanoseconds>(wake - Clock::now());
+            const int64_t nanos = std::max<int64_t>(0, wait.count());
+            const timespec timeout{time_t(nanos / 1000000000), long(nanos % 1000000000)};
+            ready = ::ppoll(waited, 2, &timeout, nullptr);
         }
-        const auto wait = std::chrono::duration_cast<std::chrono::nanoseconds>(m_held.front().due - Clock::now());
-        const timespec timeout{time_t(std::max<int64_t>(0, wait.count()) / 1000000000),
-                               long(std::max<int64_t>(0, wait.count()) % 1000000000)};
-        if (::ppoll(&input, 1, &timeout, nullptr) > 0 && (input.revents & POLLIN))
-            return;
+        if (ready > 0 && waited[1].revents != 0)
+            return Wake::Stopped;
+        if (ready > 0 && waited[0].revents != 0)
+            return Wake::Input;
+        // Otherwise a held reply fell due, or a signal came.
+        if (Clock::now() >= until)
+            return Wake::Due;
     }
 }
 
@@ -56,6 +64,11 @@ void DelayedReplies::send(const QByteArray& reply)
         return;
     }
     m_held.push_back({Clock::now() + m_latency, reply});
+}
+
+void DelayedReplies::sendNow(const QByteArray& frames)
+{
+    WriteAll(m_fd, frames);
 }
 
 void DelayedReplies::sendDue()

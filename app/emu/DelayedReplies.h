@@ -21,13 +21,19 @@ public:
     // `fd`: the pseudo-terminal the replies go out on.
     DelayedReplies(int fd, std::chrono::microseconds latency, size_t queue);
 
-    // Waits until the line has bytes to read; replies that fall due meanwhile
-    // go out.
-    void awaitInput();
+    enum class Wake { Input, Stopped, Due };
+    // Waits until the line has bytes to read (Input), `stop` (a file
+    // descriptor) is readable (Stopped), or the time `until` comes, when the
+    // handset has something of its own to send (Due); replies that fall due
+    // meanwhile go out.
+    Wake awaitInput(int stop, Clock::time_point until = Clock::time_point::max());
     // Whether a request that just came in is taken; false: it is dropped.
     bool admit() const;
     // Sends the reply to the request taken last, at once or when it is due.
     void send(const QByteArray& reply);
+    // Sends what the handset sends on its own at once, whole frames between
+    // the replies.
+    void sendNow(const QByteArray& frames);
 
 private:
     struct Held {

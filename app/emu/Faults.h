@@ -15,7 +15,7 @@ namespace emu {
 struct ReplyPlan {
     bool silent = false;      // no reply at all: the line is dead
     std::chrono::milliseconds delay{0};
-    bool eventFirst = false;  // an event report goes out before it
+    bool eventFirst = false;  // an event report goes out before it, while reporting is on
     bool badCrc = false;      // its CRC is broken on the way
     bool garbledRead = false; // an NV read's reply carries other bytes than are kept
 };
@@ -23,7 +23,7 @@ struct ReplyPlan {
 struct Faults {
     int slowMs = 0;      // each reply waits so long
     int badCrcEvery = 0; // every Nth reply goes out with a broken CRC
-    bool events = false; // an event report goes out before each reply
+    bool events = false; // reporting is on at start, an event report before each reply
     int deadAfter = 0;   // the line goes dead after so many requests
     int lateAt = 0;      // the reply to this request comes late, by lateMs
     int lateMs = 0;

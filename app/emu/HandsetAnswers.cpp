@@ -5,6 +5,8 @@
 
 #include "link/DiagControl.h"
 #include "link/DiagIdentity.h"
+#include "link/DiagLogPackets.h"
+#include "link/DiagRoamingList.h"
 #include "link/DiagSubsystem.h"
 #include "link/Efs2.h"
 #include "link/PacketBytes.h"
@@ -19,10 +21,18 @@ using link::ErrorReply;
 
 namespace {
 
-// The log items the handset knows, by equipment id: 1 is CDMA, the one a
-// service tool asks for.
-constexpr uint32_t LastLogItems[16] = {0, 0x5FF, 0, 0, 0x2FF, 0, 0, 0x4FF, 0, 0, 0, 0, 0, 0, 0, 0};
-constexpr uint16_t ExtendedLogBits = 0x600;
+// NAM 1's directory number and preferred mode, where the catalogue keeps
+// them: the status reply's MIN and the call manager's mode preference come
+// from them.
+constexpr model::NvAddress DirectoryNumber{178, 0};
+constexpr model::NvAddress PreferredMode{10, 0};
+constexpr uint8_t DigitalOnly = 1; // the preferred mode's choices count from 0
+
+bool BitOf(const QByteArray& bits, uint32_t item)
+{
+    return qsizetype(item / 8) < bits.size() && (uint8_t(bits[item / 8]) >> (item % 8) & 1);
+}
+
 // The subsystem ids of its messages.
 constexpr link::SsidRange MessageRanges[] = {{0, 120}, {500, 520}};
 
@@ -37,7 +47,7 @@ bool KnownSsid(uint16_t ssid)
 } // namespace
 
 HandsetAnswers::HandsetAnswers(model::NvMemory& memory, HandsetProfile profile, QString spc, ItemFaults faults,
-                               EfsTree& files)
+                               EfsTree& files, LeftOn leftOn)
     : m_memory(memory)
     , m_profile(std::move(profile))
     , m_spc(spc.isEmpty() ? QStringLiteral("000000") : spc)
@@ -47,8 +57,22 @@ HandsetAnswers::HandsetAnswers(model::NvMemory& memory, HandsetProfile profile, 
     , m_locked(m_lockable)
     , m_mode(uint16_t(ControlMode::Online))
     , m_indexed(model::Catalogue::BuiltIn().indexedItems())
+    , m_reportingEvents(leftOn.events)
 {
-    m_extendedLogMask.bits = ExtendedLogBits;
+    if (leftOn.logs && m_profile.lastLogItems[1] > 0)
+        logMask(1).bits.fill(char(0xFF));
+}
+
+bool HandsetAnswers::online() const
+{
+    return m_mode == uint16_t(ControlMode::Online);
+}
+
+bool HandsetAnswers::logging(uint16_t code) const
+{
+    const auto kept = m_logMasks.find(link::LogEquipment(code));
+    return kept != m_logMasks.end() && link::LogItem(code) < kept->second.items
+        && BitOf(kept->second.bits, link::LogItem(code));
 }
 
 std::optional<QByteArray> HandsetAnswers::answer(const QByteArray& request)
@@ -66,16 +90,8 @@ std::optional<QByteArray> HandsetAnswers::answer(const QByteArray& request)
         return link::EncodeExtendedBuildId(m_profile.build);
     case link::CmdDiagVersion:
         return link::EncodeDiagVersion(m_profile.diagVersion);
-    case link::CmdStatus: {
-        link::StationStatus status;
-        status.esn = esn();
-        status.rfMode = 1; // CDMA
-        status.cdmaRxState = m_mode == uint16_t(ControlMode::Online) ? 3 : 0; // idle, or not receiving
-        status.channel = m_profile.channel;
-        status.sid = m_profile.sid;
-        status.nid = m_profile.nid;
-        return link::EncodeStatus(status);
-    }
+    case link::CmdStatus:
+        return link::EncodeStatus(status());
     case link::CmdSpc:
         if (request.size() != 7)
             return ErrorReply(link::CmdBadLength, request);
@@ -94,23 +110,26 @@ std::optional<QByteArray> HandsetAnswers::answer(const QByteArray& request)
         return nvItem(request);
     case link::CmdControl:
         return control(request);
+    case link::CmdPrListRead:
+        return m_roamingList.read(request);
+    case link::CmdPrListWrite:
+        if (m_locked)
+            return link::SpcLockedReply();
+        return m_roamingList.write(request);
     case link::CmdSubsystem:
         if (!m_profile.hasSubsystems)
             break;
         return subsystem(request);
     case link::CmdEventReport:
-        if (link::EventReportSwitch(request))
+        if (const std::optional<bool> on = link::EventReportSwitch(request)) {
+            m_reportingEvents = *on;
             return link::EncodeEventReportReply();
+        }
         return ErrorReply(link::CmdBadLength, request);
     case link::CmdLogConfig:
         return logConfig(request);
     case link::CmdExtLogMask:
-        if (const std::optional<link::ExtendedLogMask> mask = link::ReadExtendedLogMask(request)) {
-            if (mask->bits > 0) // no bits asks for the mask as it is
-                m_extendedLogMask = {std::min(mask->bits, ExtendedLogBits), mask->mask.left((ExtendedLogBits + 7) / 8)};
-            return link::EncodeExtendedLogMask(m_extendedLogMask);
-        }
-        return ErrorReply(link::CmdBadLength, request);
+        return extendedLogMask(request);
     case link::CmdMessageConfig:
         return messageConfig(request);
     default:
@@ -196,22 +215,63 @@ QByteArray HandsetAnswers::subsystem(const QByteArray& request)
         return subscriptionNv(request);
     if (header->subsystem == link::SubsysEfs)
         return m_files.answer(request);
-    if (header->subsystem == link::SubsysCallManager && header->command == link::CallManagerStateInfo) {
-        link::CallManagerState state;
-        // Idle; the operating mode as the call manager numbers it (online 5,
-        // offline CDMA 4, offline analog 3, low power 6); CDMA service.
-        state.operatingMode = m_mode == uint16_t(ControlMode::Online) ? 5
-            : m_mode == uint16_t(ControlMode::OfflineDigital)         ? 4
-            : m_mode == uint16_t(ControlMode::OfflineAnalog)          ? 3
-                                                                       : 6;
-        state.systemMode = m_mode == uint16_t(ControlMode::Online) ? 2 : 0;
-        state.modePreference = 4; // automatic
-        state.bandPreference = 0x3FFFFFFF;
-        state.roamPreference = 0xFF;
-        state.serviceDomainPreference = 2;
-        return link::EncodeCallManagerState(state);
-    }
+    if (header->subsystem == link::SubsysCallManager && header->command == link::CallManagerStateInfo)
+        return callManagerState();
     return ErrorReply(link::CmdBadCommand, request);
+}
+
+// The status of a handset idle on its system: on the paging channel while
+// online, receiving nothing otherwise; the MIN of NAM 1's directory number.
+link::StationStatus HandsetAnswers::status()
+{
+    link::StationStatus status;
+    status.esn = esn();
+    status.rfMode = 1; // CDMA
+    model::NvData number{};
+    m_memory.read(DirectoryNumber, number);
+    const QString digits = QString::fromLatin1(reinterpret_cast<const char*>(number.data()) + 1, 10);
+    if (const std::optional<link::MobileIdNumber> min = link::MinOfNumber(digits)) {
+        status.min1 = min->min1;
+        status.min2 = min->min2;
+    }
+    status.cdmaRxState = online() ? link::RxPagingChannel : link::RxEnteringCdma;
+    status.channel = m_profile.channel;
+    status.sid = m_profile.sid;
+    status.nid = m_profile.nid;
+    return status;
+}
+
+// The call manager's state in its own codes, as libqcdm names them, and as
+// the status reply tells it: no call; the operating mode (online 5, offline
+// CDMA 4, offline analog 3, low power 6); CDMA service (system mode 2) while
+// online; the mode preference of NAM 1, digital only (1) or automatic (2),
+// the handset having no analog mode to prefer.
+QByteArray HandsetAnswers::callManagerState()
+{
+    link::CallManagerState state;
+    state.callState = 0;
+    state.operatingMode = online()                        ? 5
+        : m_mode == uint16_t(ControlMode::OfflineDigital) ? 4
+        : m_mode == uint16_t(ControlMode::OfflineAnalog)  ? 3
+                                                          : 6;
+    state.systemMode = online() ? 2 : 0;
+    model::NvData preferred{};
+    m_memory.read(PreferredMode, preferred);
+    state.modePreference = preferred[1] == DigitalOnly ? 1 : 2;
+    state.bandPreference = 0x3FFFFFFF;
+    state.roamPreference = 0xFF;
+    state.serviceDomainPreference = 2;
+    return link::EncodeCallManagerState(state);
+}
+
+void HandsetAnswers::changeMode(uint16_t mode)
+{
+    if (mode == m_mode)
+        return;
+    ++m_modeChanges;
+    if (mode == uint16_t(ControlMode::Online))
+        ++m_acquisitions;
+    m_mode = mode;
 }
 
 QByteArray HandsetAnswers::control(const QByteArray& request)
@@ -227,15 +287,17 @@ QByteArray HandsetAnswers::control(const QByteArray& request)
     case ControlMode::OfflineDigital:
     case ControlMode::Online:
     case ControlMode::LowPower:
-        m_mode = *mode;
+        changeMode(*mode);
         return link::ControlRequest(ControlMode(*mode)); // taken: the request echoed
     case ControlMode::Reset:
         // A handset resets only from offline; it starts again online and
-        // locked, with its memory as it was.
+        // locked, with its memory as it was and its reports off.
         if (!offline)
             return ErrorReply(link::CmdBadMode, request);
-        m_mode = uint16_t(ControlMode::Online);
+        changeMode(uint16_t(ControlMode::Online));
         m_locked = m_lockable;
+        m_reportingEvents = false; // what a tool turned on is off again
+        m_logMasks.clear();
         m_silentUntil = Clock::now() + ResetTime;
         return link::ControlRequest(ControlMode::Reset);
     default:
@@ -243,6 +305,18 @@ QByteArray HandsetAnswers::control(const QByteArray& request)
     }
 }
 
+link::LogMask& HandsetAnswers::logMask(uint32_t equipment)
+{
+    link::LogMask& mask = m_logMasks[equipment];
+    const uint32_t items = m_profile.lastLogItems[equipment] + 1;
+    if (mask.items != items)
+        mask = {equipment, items, QByteArray(qsizetype((items + 7) / 8), '\0')};
+    return mask;
+}
+
+// A mask keeps the equipment's whole range whatever a tool sets: the items
+// the tool names are set as it says, the others turned off, and the reply
+// (to a set or a read) gives the whole range.
 QByteArray HandsetAnswers::logConfig(const QByteArray& request)
 {
     std::optional<link::LogConfig> config = link::ReadLogConfigRequest(request);
@@ -254,29 +328,44 @@ QByteArray HandsetAnswers::logConfig(const QByteArray& request)
         m_logMasks.clear();
         break;
     case link::LogRetrieveRanges:
-        std::copy(std::begin(LastLogItems), std::end(LastLogItems), config->lastItems.begin());
+        config->lastItems = m_profile.lastLogItems;
         break;
     case link::LogSetMask:
-    case link::LogGetMask:
-        if (equipment >= 16 || LastLogItems[equipment] == 0) {
+    case link::LogGetMask: {
+        if (equipment >= 16 || m_profile.lastLogItems[equipment] == 0) {
             config->status = 1; // an equipment id it does not have
             config->mask.items = 0;
             config->mask.bits.clear();
             break;
         }
+        link::LogMask& kept = logMask(equipment);
         if (config->operation == link::LogSetMask) {
-            config->mask.items = std::min(config->mask.items, LastLogItems[equipment] + 1);
-            m_logMasks[equipment] = config->mask;
+            kept.bits.fill('\0');
+            for (uint32_t item = 0; item < std::min(config->mask.items, kept.items); ++item)
+                if (BitOf(config->mask.bits, item))
+                    kept.bits[item / 8] = char(uint8_t(kept.bits[item / 8]) | 1 << (item % 8));
         }
-        if (const auto kept = m_logMasks.find(equipment); kept != m_logMasks.end())
-            config->mask = kept->second;
-        else
-            config->mask = {equipment, LastLogItems[equipment] + 1, {}};
+        config->mask = kept;
         break;
+    }
     default:
         return ErrorReply(link::CmdBadParameter, request);
     }
     return link::EncodeLogConfig(*config);
+}
+
+// The extended mask is the 1X equipment's mask by another command: setting
+// one sets the other, and no bits asks for it as it is.
+QByteArray HandsetAnswers::extendedLogMask(const QByteArray& request)
+{
+    const std::optional<link::ExtendedLogMask> asked = link::ReadExtendedLogMask(request);
+    if (!asked)
+        return ErrorReply(link::CmdBadLength, request);
+    if (m_profile.lastLogItems[1] == 0)
+        return ErrorReply(link::CmdBadCommand, request);
+    const QByteArray set = link::LogConfigRequest(link::LogSetMask, {1, asked->bits, asked->mask});
+    const link::LogMask& kept = asked->bits > 0 ? link::ParseLogConfig(set, logConfig(set)).mask : logMask(1);
+    return link::EncodeExtendedLogMask({uint16_t(kept.items), kept.bits});
 }
 
 QByteArray HandsetAnswers::messageConfig(const QByteArray& request)

@@ -15,7 +15,9 @@ HandsetProfile Current()
     profile.version = {QStringLiteral("Mar 18 2024"), QStringLiteral("14:02:37"), QStringLiteral("Mar 20 2024"),
                        QStringLiteral("09:30:00"), QStringLiteral("HV800"), 0xEA, 6, 60, 231, 2, 1, 2};
     profile.build = {1, 0x000B10E1, 60, QStringLiteral("HV800-2.31.07"), QStringLiteral("Halvane SIM-800")};
-    profile.password = QStringLiteral("0000000000000000");
+    // The factory password that handsets ship with and the open tools send.
+    profile.password = QStringLiteral("FFFFFFFFFFFFFFFE");
+    profile.lastLogItems[1] = 0x5FF;
     profile.sid = 4139;
     profile.nid = 65535;
     profile.channel = 283;
@@ -34,6 +36,7 @@ HandsetProfile Older()
     profile.hasBuildId = false;
     profile.hasMeid = false;
     profile.hasSubsystems = false;
+    profile.lastLogItems[1] = 0x3FF; // fewer 1X codes than a later handset's
     return profile;
 }
 

@@ -13,6 +13,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <array>
+#include <cstdint>
 #include <optional>
 
 namespace emu {
@@ -26,6 +28,9 @@ struct HandsetProfile {
     bool hasSubsystems = true;   // answers subsystem commands
     int subscriptions = 1;       // the subscriptions its NV items are kept for
     QString password;            // the 16-digit security password
+    // The last log item of each equipment id it logs, 0 for one it lacks: a
+    // CDMA handset logs 1X (equipment 1) alone.
+    std::array<uint32_t, 16> lastLogItems{};
     uint16_t sid = 0;
     uint16_t nid = 0;
     uint16_t channel = 0;

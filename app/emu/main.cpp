@@ -5,76 +5,75 @@
 // protocol from an NV memory file of the simulated handset's format, and
 // serving its file system through EFS2 from a file beside it
 // ("<state>.efs.json", EfsStateFile.h; the factory tree of FactoryEfs.h when
-// there is none). It prints the terminal's path, then serves until it is
-// stopped. The handset's model (--model, or the state file's "handset"
-// fields) says what it says of itself and which commands it knows
-// (HandsetAnswers.h); switches make the faults of real handsets and lines
-// (Faults.h, and --garble and --busy for single items), or mix them at random
-// from a seed (--chaos); --efs-size makes a full disk; --latency and --queue
-// make a handset behind USB (DelayedReplies.h).
-#include "Chaos.h"
-#include "DelayedReplies.h"
-#include "EfsStateFile.h"
+// there is none) and its roaming list from another ("<state>.prl",
+// PrlAnswers.h; the factory list of FactoryPrl.h when there is none). With --count N it serves a bench of N handsets, each with
+// a state file, an identity and a terminal of its own (BenchHandset.h), each
+// on a thread of its own (ServedHandset.h). It prints the terminals' paths,
+// one a line, then serves until SIGTERM, SIGINT or SIGHUP; meanwhile it
+// announces them in the user's runtime folder (Announcements.h), where
+// halvane's port listing finds them. The handset's model (--model, or the
+// state file's "handset" fields) says what it says of itself and which
+// commands it knows (HandsetAnswers.h); switches make the faults of real
+// handsets and lines (Faults.h, and --garble and --busy for single items), or
+// mix them at random from a seed (--chaos); --efs-size makes a full disk;
+// --latency and --queue make a handset behind USB (DelayedReplies.h).
+// Between its replies each handset sends event reports and log packets of
+// its own while a tool has turned them on (EventSource.h, LogSource.h),
+// every --report-pace.
+#include "Announcements.h"
+#include "BenchHandset.h"
 #include "FactoryEfs.h"
-#include "Faults.h"
-#include "HandsetAnswers.h"
-#include "HandsetProfile.h"
+#include "ServedHandset.h"
 
-#include "link/FrameCodec.h"
 #include "model/Catalogue.h"
-#include "model/FileNvMemory.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
 
 #include <fcntl.h>
-#include <termios.h>
+#include <poll.h>
 #include <unistd.h>
 
+#include <csignal>
 #include <cstdio>
 #include <memory>
 #include <optional>
 #include <thread>
+#include <vector>
 
 using namespace tessaly;
 
 namespace {
 
-// The bytes that go out for `payload`, the reply to `request`, as `plan`
-// says, after its delay.
-QByteArray Deliver(const QByteArray& request, QByteArray payload, const emu::ReplyPlan& plan)
+// The pipe that tells the serving threads to stop: a signal writes to it,
+// and every thread waits on its other end beside its terminal.
+int stopPipe[2] = {-1, -1};
+
+extern "C" void OnStop(int)
 {
-    if (plan.garbledRead && uint8_t(payload[0]) == link::CmdNvRead && payload.size() == link::NvPacketSize) {
-        link::NvItemReply item = link::ParseNvItem(request, payload);
-        item.data.back() ^= 0xA5;
-        payload = link::EncodeNvItemReply(link::CmdNvRead, item);
-    }
-    std::this_thread::sleep_for(plan.delay);
-    QByteArray frame = link::EncodeFrame(payload);
-    if (plan.badCrc)
-        frame[frame.size() - 2] = char(frame[frame.size() - 2] ^ 0x01);
-    return plan.eventFirst ? link::EncodeFrame(QByteArray::fromHex("6000ff")) + frame : frame;
+    const char byte = 1;
+    [[maybe_unused]] const ssize_t written = ::write(stopPipe[1], &byte, 1);
 }
 
-// Opens a pseudo-terminal in raw mode and gives its controlling side; the
-// other side's path is printed for the client.
-int OpenTerminal()
+bool CatchStopSignals()
 {
-    const int master = posix_openpt(O_RDWR | O_NOCTTY);
-    if (master < 0 || grantpt(master) != 0 || unlockpt(master) != 0) {
-        std::perror("tessaly-emu: pseudo-terminal");
-        return -1;
+    if (::pipe2(stopPipe, O_CLOEXEC | O_NONBLOCK) != 0)
+        return false;
+    struct sigaction action {};
+    action.sa_handler = OnStop;
+    sigemptyset(&action.sa_mask);
+    action.sa_flags = SA_RESTART;
+    for (const int signal : {SIGTERM, SIGINT, SIGHUP})
+        sigaction(signal, &action, nullptr);
+    return true;
+}
+
+// Waits until a stop signal has come.
+void AwaitStop()
+{
+    pollfd stop{stopPipe[0], POLLIN, 0};
+    while (::poll(&stop, 1, -1) <= 0) {
     }
-    const char* path = ptsname(master);
-    // Held open so that the line stays up while clients come and go.
-    const int slave = ::open(path, O_RDWR | O_NOCTTY);
-    termios raw{};
-    tcgetattr(slave, &raw);
-    cfmakeraw(&raw);
-    tcsetattr(slave, TCSANOW, &raw);
-    std::printf("%s\n", path);
-    std::fflush(stdout);
-    return master;
 }
 
 // The whole number `text` of option `name`, at least `least`; told on
@@ -114,7 +113,11 @@ int main(int argc, char** argv)
     const QCommandLineOption slow = option("slow", QStringLiteral("Answer each request after <ms>."), "ms", "0");
     const QCommandLineOption badCrc
         = option("bad-crc", QStringLiteral("Break the CRC of every <n>th reply."), "n", "0");
-    const QCommandLineOption events = option("events", QStringLiteral("Send an event report before each reply."));
+    const QCommandLineOption events = option(
+        "events", QStringLiteral("Start with event reporting on, as an earlier client left it, and send an event "
+                                 "report before each reply while it is on."));
+    const QCommandLineOption logs = option(
+        "logs", QStringLiteral("Start with every 1X log code on, as an earlier client left the log mask."));
     const QCommandLineOption dead = option("dead-after", QStringLiteral("Go silent after <n> requests."), "n", "0");
     const QCommandLineOption garble
         = option("garble", QStringLiteral("Keep other bytes than were written to NV <item>, or to the file <item> "
@@ -134,8 +137,14 @@ int main(int argc, char** argv)
         "us", "0");
     const QCommandLineOption queue
         = option("queue", QStringLiteral("With --latency, hold <n> requests at most; drop the rest."), "n", "4");
-    options.addOptions({state, model, spc, slow, badCrc, events, dead, garble, busy, late, efsSize, chaos, latency,
-                        queue});
+    const QCommandLineOption count = option(
+        "count", QStringLiteral("Serve <n> handsets, each on its own terminal with its own state file and identity."),
+        "n", "1");
+    const QCommandLineOption reportPace = option(
+        "report-pace", QStringLiteral("Send an event report and a log packet every <ms> while they are on."), "ms",
+        "300");
+    options.addOptions({state, model, spc, slow, badCrc, events, logs, dead, garble, busy, late, efsSize, chaos,
+                        latency, queue, reportPace, count});
     // A wrong option is bad usage, exit status 2; process() would exit with 1.
     if (!options.parse(QCoreApplication::arguments())) {
         std::fprintf(stderr, "tessaly-emu: %s\n", qPrintable(options.errorText()));
@@ -171,62 +180,76 @@ int main(int argc, char** argv)
         : std::optional<int>(emu::FactoryEfsCapacity());
     const std::optional<int> latencyUs = Number(QStringLiteral("--latency"), options.value(latency), 0);
     const std::optional<int> held = Number(QStringLiteral("--queue"), options.value(queue), 1);
+    const std::optional<int> handsets = Number(QStringLiteral("--count"), options.value(count), 1);
+    const std::optional<int> paceMs = Number(QStringLiteral("--report-pace"), options.value(reportPace), 1);
     bool seeded = true;
     const uint32_t seed = options.isSet(chaos) ? options.value(chaos).toUInt(&seeded) : 0;
     if (!seeded)
         std::fprintf(stderr, "tessaly-emu: --chaos wants a whole number of 0 or more, not \"%s\"\n",
                      qPrintable(options.value(chaos)));
     if (!slowMs || !badEvery || !deadAfter || !lateRequest || !lateMs || !garbled || !busyItem || !busyReads
-        || !efsBytes || !latencyUs || !held || !seeded)
+        || !efsBytes || !latencyUs || !held || !handsets || !paceMs || !seeded)
         return 2;
 
-    const int master = OpenTerminal();
-    if (master < 0)
-        return 1;
-    model::FileNvMemory memory(options.value(state), model::Catalogue::BuiltIn().factory());
-    QString problem = memory.lastProblem();
-    profile = emu::WithFields(*profile, memory.fields()[QLatin1String("handset")].toObject(), problem);
-    const QString efsPath = emu::EfsPathBeside(options.value(state));
-    emu::EfsTree files(emu::LoadEfs(efsPath, problem), *efsBytes);
+    emu::ServingOptions serving;
+    serving.profile = *profile;
+    serving.spc = options.value(spc);
+    serving.faults = {*slowMs, *badEvery, options.isSet(events), *deadAfter, *lateRequest, *lateMs};
+    serving.itemFaults = {*garbled, *busyItem, *busyReads};
     if (garbledFile)
-        files.garbleWritesTo(options.value(garble));
-    if (!problem.isEmpty()) {
-        std::fprintf(stderr, "tessaly-emu: %s\n", qPrintable(problem));
+        serving.garbledFile = options.value(garble);
+    serving.efsCapacity = *efsBytes;
+    serving.latency = std::chrono::microseconds(*latencyUs);
+    serving.queue = size_t(*held);
+    // The faults of event reports meet a handset that an earlier client left
+    // reporting.
+    serving.leftOn = {options.isSet(events) || options.isSet(chaos), options.isSet(logs)};
+    serving.reportPace = std::chrono::milliseconds(*paceMs);
+
+    if (!CatchStopSignals()) {
+        std::perror("tessaly-emu: pipe");
         return 1;
     }
-    emu::Faults faults{*slowMs, *badEvery, options.isSet(events), *deadAfter, *lateRequest, *lateMs};
-    std::unique_ptr<emu::ChaosSchedule> schedule;
-    if (options.isSet(chaos))
-        schedule = std::make_unique<emu::ChaosSchedule>(seed);
-    emu::HandsetAnswers handset(memory, *profile, options.value(spc), {*garbled, *busyItem, *busyReads}, files);
-    DelayedReplies delayed(master, std::chrono::microseconds(*latencyUs), size_t(*held));
-
-    link::FrameDecoder decoder;
-    int requests = 0;
-    char buffer[4096];
-    while (true) {
-        delayed.awaitInput();
-        const ssize_t n = ::read(master, buffer, sizeof buffer);
-        if (n <= 0) {
-            std::this_thread::sleep_for(std::chrono::milliseconds(20));
-            continue;
-        }
-        for (const QByteArray& request : decoder.feed(QByteArrayView(buffer, n))) {
-            ++requests;
-            if (request.isEmpty())
-                continue;
-            const emu::ReplyPlan plan = schedule ? schedule->next(emu::ChaosSchedule::Clock::now()) : faults.planFor(requests);
-            if (plan.silent || !delayed.admit())
-                continue;
-            const std::optional<QByteArray> reply = handset.answer(request);
-            // Kept before the reply goes out, so that what the client was
-            // told is what a restart finds.
-            if (files.takeChanged())
-                if (const QString unsaved = emu::SaveEfs(efsPath, files); !unsaved.isEmpty())
-                    std::fprintf(stderr, "tessaly-emu: the file system could not be saved to %s: %s\n",
-                                 qPrintable(efsPath), qPrintable(unsaved));
-            if (reply)
-                delayed.send(Deliver(request, *reply, plan));
+    // Without --count, one handset on the state file as given; with it,
+    // handset k on its own file and, while that is new, its own identity.
+    // Each runs its chaos schedule from the seed plus its number, so that
+    // handsets of one seed do not fail in step.
+    const model::NvImage& factory = model::Catalogue::BuiltIn().factory();
+    std::vector<std::unique_ptr<emu::ServedHandset>> bench;
+    for (int k = 1; k <= *handsets; ++k) {
+        const bool alone = !options.isSet(count);
+        if (options.isSet(chaos))
+            serving.chaosSeed = seed + uint32_t(alone ? 0 : k - 1);
+        const QString path = alone ? options.value(state) : emu::BenchStatePath(options.value(state), k);
+        bench.push_back(
+            std::make_unique<emu::ServedHandset>(path, alone ? factory : emu::BenchFactory(factory, k), serving));
+        if (const QString& problem = bench.back()->problem(); !problem.isEmpty()) {
+            std::fprintf(stderr, "tessaly-emu: %s\n", qPrintable(problem));
+            return 1;
         }
     }
+    // Announced before the paths are printed: whoever reads them finds the
+    // announcements there.
+    emu::Announcements announced(link::EmulatorAnnouncementFolder());
+    for (size_t k = 0; k < bench.size(); ++k) {
+        const emu::ServedHandset& handset = *bench[k];
+        const QString unannounced = announced.announce({handset.terminal(), QCoreApplication::applicationPid(),
+                                                        int(k + 1), handset.model(), handset.esnHex(),
+                                                        handset.meidHex().value_or(QString())});
+        if (!unannounced.isEmpty())
+            std::fprintf(stderr, "tessaly-emu: %s is not announced, and halvane --port auto will not find it: %s\n",
+                         qPrintable(handset.terminal()), qPrintable(unannounced));
+    }
+    for (const auto& handset : bench)
+        std::printf("%s\n", qPrintable(handset->terminal()));
+    std::fflush(stdout);
+
+    std::vector<std::thread> threads;
+    for (const auto& handset : bench)
+        threads.emplace_back([&handset] { handset->serve(stopPipe[0]); });
+    AwaitStop();
+    announced.withdraw();
+    for (std::thread& thread : threads)
+        thread.join();
+    return 0;
 }

@@ -8,6 +8,8 @@
 
 #include <QList>
 
+#include <algorithm>
+
 namespace tessaly::link {
 
 // The version reply as libqcdm (ModemManager, dm-commands.h) decodes it:
@@ -100,7 +102,8 @@ uint16_t ParseDiagVersion(QByteArrayView request, QByteArrayView reply)
 
 // The station status as libqcdm (dm-commands.h) decodes it, 48 bytes: code,
 // 3 bytes of demodulator state, ESN (32 bits) at 4, RF mode at 8, the MIN
-// words, CDMA receive state at 23, the frame counters, entry reason at 32,
+// words (MIN1 analog and CDMA, 32 bits each at 10 and 14, MIN2 analog and
+// CDMA, 16 bits each at 18 and 20), CDMA receive state at 23, the frame counters, entry reason at 32,
 // current channel at 34, code channel at 36, pilot base at 37, SID at 39,
 // NID at 41, then the analog locating id, RSSI and power.
 QByteArray EncodeStatus(const StationStatus& status)
@@ -114,6 +117,12 @@ QByteArray EncodeStatus(const StationStatus& status)
     put16(4, uint16_t(status.esn & 0xFFFF));
     put16(6, uint16_t(status.esn >> 16));
     put16(8, status.rfMode);
+    for (qsizetype at : {10, 14}) {
+        put16(at, uint16_t(status.min1 & 0xFFFF));
+        put16(at + 2, uint16_t(status.min1 >> 16));
+    }
+    put16(18, status.min2);
+    put16(20, status.min2);
     put16(23, status.cdmaRxState);
     put16(32, status.entryReason);
     put16(34, status.channel);
@@ -129,6 +138,8 @@ StationStatus ParseStatus(QByteArrayView request, QByteArrayView reply)
     StationStatus status;
     status.esn = Little32(reply, 4);
     status.rfMode = Little16(reply, 8);
+    status.min1 = Little32(reply, 14);
+    status.min2 = Little16(reply, 20);
     status.cdmaRxState = Little16(reply, 23);
     status.entryReason = Little16(reply, 32);
     status.channel = Little16(reply, 34);
@@ -136,6 +147,33 @@ StationStatus ParseStatus(QByteArrayView request, QByteArrayView reply)
     status.sid = Little16(reply, 39);
     status.nid = Little16(reply, 41);
     return status;
+}
+
+namespace {
+
+// Three digits as the air interface codes them (3GPP2 C.S0005, 2.3.1.1):
+// each digit with 0 counted as 10, the three read as a decimal number, less
+// 111.
+uint32_t ThreeDigits(QStringView digits)
+{
+    uint32_t value = 0;
+    for (QChar digit : digits)
+        value = value * 10 + (digit == u'0' ? 10 : uint32_t(digit.unicode() - u'0'));
+    return value - 111;
+}
+
+} // namespace
+
+// MIN1 is 24 bits: the exchange's three digits (10 bits), the thousands
+// digit (4 bits, 0 counted as 10) and the last three digits (10 bits).
+std::optional<MobileIdNumber> MinOfNumber(QStringView digits)
+{
+    const auto digit = [](QChar c) { return c >= u'0' && c <= u'9'; };
+    if (digits.size() != 10 || !std::all_of(digits.begin(), digits.end(), digit))
+        return {};
+    const uint32_t thousands = digits[6] == u'0' ? 10 : uint32_t(digits[6].unicode() - u'0');
+    return MobileIdNumber{ThreeDigits(digits.sliced(3, 3)) << 14 | thousands << 10 | ThreeDigits(digits.sliced(7, 3)),
+                          uint16_t(ThreeDigits(digits.first(3)))};
 }
 
 } // namespace tessaly::link

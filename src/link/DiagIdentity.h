@@ -12,6 +12,7 @@
 #include <QString>
 
 #include <cstdint>
+#include <optional>
 
 namespace tessaly::link {
 
@@ -54,10 +55,13 @@ ExtendedBuildId ParseExtendedBuildId(QByteArrayView request, QByteArrayView repl
 QByteArray EncodeDiagVersion(uint16_t version);
 uint16_t ParseDiagVersion(QByteArrayView request, QByteArrayView reply);
 
-// The station status: the fields a service tool shows of it.
+// The station status: the fields a service tool shows of it. The MIN goes
+// out twice, as the analog and the CDMA one, the same for a CDMA handset.
 struct StationStatus {
     uint32_t esn = 0;
     uint16_t rfMode = 0;
+    uint32_t min1 = 0; // 24 bits
+    uint16_t min2 = 0; // 10 bits
     uint16_t cdmaRxState = 0;
     uint16_t entryReason = 0;
     uint16_t channel = 0;
@@ -70,5 +74,22 @@ inline constexpr qsizetype StatusReplySize = 48;
 
 QByteArray EncodeStatus(const StationStatus& status);
 StationStatus ParseStatus(QByteArrayView request, QByteArrayView reply);
+
+// The CDMA receive states of the status reply, as libqcdm names them.
+enum CdmaRxState : uint16_t {
+    RxEnteringCdma = 0,
+    RxSyncChannel = 1,
+    RxPagingChannel = 2, // idle
+    RxTrafficChannelInit = 3,
+    RxTrafficChannel = 4,
+};
+
+// The MIN of a ten-digit directory number: MIN2 of its first three digits,
+// MIN1 of the seven after them; nothing unless it is ten digits.
+struct MobileIdNumber {
+    uint32_t min1 = 0;
+    uint16_t min2 = 0;
+};
+std::optional<MobileIdNumber> MinOfNumber(QStringView digits);
 
 } // namespace tessaly::link

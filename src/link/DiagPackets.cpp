@@ -3,6 +3,7 @@
 
 #include "link/DiagPackets.h"
 
+#include "link/DiagRoamingList.h"
 #include "link/DiagSubsystem.h"
 #include "link/PacketBytes.h"
 
@@ -135,6 +136,9 @@ bool Answers(QByteArrayView request, QByteArrayView reply, bool indexed)
             return false;
         return !indexed || shared < 8 || (reply.size() > 8 && reply[8] == request[8]);
     }
+    // A block of the roaming list: the same sequence number.
+    if (code == CmdPrListRead)
+        return reply.size() < 5 || request.size() < 2 || reply[4] == request[1];
     if ((code != CmdNvRead && code != CmdNvWrite) || reply.size() < 4)
         return true;
     return Little16(reply, 1) == Little16(request, 1) && (!indexed || reply[3] == request[3]);

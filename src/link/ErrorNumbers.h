@@ -25,6 +25,7 @@ enum LinkError : int32_t {
     errRequestsDropped = 2040, // a request the handset keeps dropping
     errScanStopped = 2041, // a full backup that stopped half-way and kept nothing
     errEfsRefused = 2050, // the handset's file system refused an operation, with its errno
+    errRoamingListRefused = 2060, // the handset refused to give or take its roaming list
 };
 
 } // namespace tessaly::link

@@ -31,13 +31,21 @@ NvItemReply LiveNvMemory::exchange(Command command, model::NvAddress address, co
     return ParseNvItem(request, m_link.transact(request, address.index >= 0));
 }
 
-NvStatus LiveNvMemory::read(model::NvAddress address, model::NvData& data)
+NvItemReply LiveNvMemory::readAnswer(model::NvAddress address)
 {
     NvItemReply reply = exchange(CmdNvRead, address, {});
     for (int again = 0; again < BusyTries && reply.status == uint16_t(NvStatus::Busy); ++again) {
         std::this_thread::sleep_for(BusyWait);
         reply = exchange(CmdNvRead, address, {});
     }
+    m_onHandset[address] = reply.data;
+    m_statuses[address] = reply.status;
+    return reply;
+}
+
+NvStatus LiveNvMemory::read(model::NvAddress address, model::NvData& data)
+{
+    NvItemReply reply = readAnswer(address);
     if (reply.status != 0) {
         reply.data.fill(0);
         if (address.index >= 0)

@@ -28,6 +28,11 @@ public:
     LiveNvMemory(SerialLink& link, std::function<QString()> askSpc);
 
     model::NvStatus read(model::NvAddress address, model::NvData& data) override;
+    // Reads an item as the handset answers it, asked again while it answers
+    // busy: its status and the bytes it sent, whatever the status (a
+    // read-only item comes with its value). The read counts for the backup
+    // as read() does.
+    NvItemReply readAnswer(model::NvAddress address);
     model::NvStatus write(model::NvAddress address, const model::NvData& data) override;
     void commit() override {}
     // Saves a backup of everything the read gave, into `backups` when set.

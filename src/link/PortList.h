@@ -8,6 +8,7 @@
 #pragma once
 
 #include "link/DiagInterfaces.h"
+#include "link/EmulatorAnnouncement.h"
 
 #include <QString>
 
@@ -48,6 +49,10 @@ struct SerialPortEntry {
     QString group;  // the owning group's name, or its number
     uint32_t mode = 0; // permission bits
     bool permitted = false; // whether this user may open it for reading and writing
+    // For a handset tessaly-emu serves on a pseudo-terminal, its
+    // announcement (EmulatedPorts.h); such a port has no driver, USB
+    // interface or holders.
+    std::optional<EmulatorAnnouncement> emulated;
 
     bool heldBy(QStringView program) const;
 };

@@ -58,6 +58,10 @@ QString PortLine(const ListedPort& listed)
         parts << what;
         if (usb.diagnostic)
             parts << QStringLiteral("handset diagnostic port");
+    } else if (port.emulated) {
+        parts << QStringLiteral("emulated handset (tessaly-emu, pid %1, ESN %2)")
+                     .arg(port.emulated->pid)
+                     .arg(port.emulated->esn);
     } else if (!port.driver.isEmpty()) {
         parts << port.driver;
     }
@@ -104,6 +108,17 @@ QJsonArray PortsJson(const std::vector<ListedPort>& ports)
             };
         } else {
             object[QStringLiteral("usb")] = QJsonValue::Null;
+        }
+        if (const auto& emulated = port.emulated) {
+            QJsonObject emulator{{QStringLiteral("pid"), emulated->pid},
+                                {QStringLiteral("handset"), emulated->handset},
+                                {QStringLiteral("model"), emulated->model},
+                                {QStringLiteral("esn"), emulated->esn},
+                                {QStringLiteral("meid"), emulated->meid.isEmpty() ? QJsonValue::Null
+                                                                                  : QJsonValue(emulated->meid)}};
+            object[QStringLiteral("emulated")] = emulator;
+        } else {
+            object[QStringLiteral("emulated")] = QJsonValue::Null;
         }
         QJsonArray holders;
         for (const PortHolder& holder : port.holders)

@@ -24,11 +24,13 @@ struct ListedPort {
 // no device node. Empty when it may be probed.
 QString WhyNotProbed(const SerialPortEntry& port);
 
-// "/dev/ttyUSB0  05c6:9002 ..." on one line.
+// "/dev/ttyUSB0  05c6:9002 ..." on one line; an emulated handset's
+// "/dev/pts/5  emulated handset (tessaly-emu, pid 1234, ESN 8F3A21C5) ...".
 QString PortLine(const ListedPort& listed);
 
-// Every port as an object: device, usb (or null), holders, owner, group,
-// mode, permitted, and the probe's findings (or null).
+// Every port as an object: device, usb (or null), emulated (the emulator's
+// pid, handset number, model, ESN and MEID, or null), holders, owner,
+// group, mode, permitted, and the probe's findings (or null).
 QJsonArray PortsJson(const std::vector<ListedPort>& ports);
 
 } // namespace tessaly::link

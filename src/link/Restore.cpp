@@ -30,15 +30,20 @@ QString SkipReason(const model::NvEntry& entry, NvStatus onHandset, const std::s
         return QStringLiteral("unknown to the catalogue: written only with --all-items");
     if (entry.status != NvStatus::Done)
         return QStringLiteral("kept with the status: %1").arg(NvStatusText(uint16_t(entry.status)));
+    return HandsetRefusal(onHandset);
+}
+
+} // namespace
+
+QString HandsetRefusal(NvStatus onHandset)
+{
     // An inactive item exists but holds no value, as after a factory reset:
-    // the restore brings it back. The handset refuses the others, and one
-    // that stays busy is not to be compared.
+    // a write brings it back. The handset refuses the others, and one that
+    // stays busy is not to be compared.
     if (onHandset != NvStatus::Done && onHandset != NvStatus::Inactive)
         return QStringLiteral("this handset: %1").arg(NvStatusText(uint16_t(onHandset)));
     return {};
 }
-
-} // namespace
 
 bool RestoreBackup(const Backup& backup, LiveNvMemory& memory, const std::function<void(const QString&)>& tell,
                    bool allItems)

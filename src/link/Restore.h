@@ -11,6 +11,13 @@
 
 namespace tessaly::link {
 
+// Why an item that the handset answered a read of with `onHandset` is not
+// written to it: it refuses the item (a bad parameter, read-only, not valid,
+// a fault) or holds it busy; an empty string when it may be, as done or
+// inactive (there, but without a value). Beside the catalogue's protection
+// (model::Catalogue::protection), the rule of every write of an item.
+QString HandsetRefusal(model::NvStatus onHandset);
+
 // Writes `backup` back to the handset behind `memory`, which must be the one
 // it was taken from. First every item is read, the ESN and MEID compared, and
 // what the handset holds kept as a backup of its own (see

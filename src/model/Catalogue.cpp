@@ -67,10 +67,9 @@ public:
         Catalogue catalogue;
         const QJsonObject basic = root[QLatin1String("basicInformation")].toObject();
         const char* basicNames[] = {"phoneVersion", "warrantyDate", "esn", "meid", "lifeTime", "lifeCount"};
-        const char* basicTitles[] = {"Phone Version", "Warranty Date", "ESN", "MEID", "Life Time", "Life Count"};
         for (size_t i = 0; i < catalogue.m_basic.size(); ++i)
             catalogue.m_basic[i] = single(basic[QLatin1String(basicNames[i])].toObject(), QLatin1String(basicNames[i]),
-                                          QStringLiteral("\"%1\" on the page Basic Information").arg(QLatin1String(basicTitles[i])));
+                                          QStringLiteral("\"%1\" on the page Basic Information").arg(QLatin1String(BasicInformationTitles[i])));
         catalogue.m_profileCount = single(root[QLatin1String("profileCount")].toObject(),
                                           QStringLiteral("profileCount"), QStringLiteral("the number of MIP profiles"));
         catalogue.m_activeProfile = single(root[QLatin1String("activeProfile")].toObject(),

@@ -48,6 +48,11 @@ struct Sheet {
     int32_t readColumn(size_t column) const { return part == ProfilesPart ? copy : int32_t(column); }
 };
 
+// The captions of the basic information values, in the order of
+// Catalogue::basicInformation().
+inline constexpr std::array<const char*, 6> BasicInformationTitles
+    = {"Phone Version", "Warranty Date", "ESN", "MEID", "Life Time", "Life Count"};
+
 class Catalogue {
 public:
     // Reads a catalogue; throws std::runtime_error naming the fault.

@@ -1,15 +1,16 @@
 // SPDX-FileCopyrightText: The Tessaly developers
 // SPDX-License-Identifier: GPL-2.0-or-later
 //
-// halvane run from a test as a user runs it: unattended, with its data
-// folder in the test's own folder and the system bus pointed at the test's
-// own, or at none, never the machine's. The test's target defines HALVANE,
+// halvane run from a test as a user runs it: unattended, with its data and
+// runtime folders in the test's own folder and the system bus pointed at the
+// test's own, or at none, never the machine's. The test's target defines HALVANE,
 // the program's path.
 #pragma once
 
 #include "support/Emulator.h"
 
 #include <QDir>
+#include <QFile>
 #include <QProcess>
 #include <QRegularExpression>
 #include <QTemporaryDir>
@@ -23,13 +24,19 @@ struct Outcome {
 };
 
 // Runs halvane with `arguments` in `folder` (its data folder is
-// `folder`/data); `environment` adds to or overrides its environment.
+// `folder`/data, its runtime folder `folder`/runtime, where it finds no
+// emulator's announcement); `environment` adds to or overrides its
+// environment.
 inline Outcome RunHalvane(const QString& folder, const QStringList& arguments,
                           const QProcessEnvironment& environment = {})
 {
     QProcessEnvironment full = QProcessEnvironment::systemEnvironment();
     full.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
     full.insert(QStringLiteral("XDG_DATA_HOME"), folder + QStringLiteral("/data"));
+    const QString runtimeFolder = folder + QStringLiteral("/runtime");
+    QDir().mkpath(runtimeFolder);
+    QFile::setPermissions(runtimeFolder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    full.insert(QStringLiteral("XDG_RUNTIME_DIR"), runtimeFolder);
     full.insert(QStringLiteral("DBUS_SYSTEM_BUS_ADDRESS"), QStringLiteral("unix:path=%1/no-bus").arg(folder));
     full.insert(environment);
     QProcess process;
