@@ -45,7 +45,8 @@ bool ItemRange(const QString& value, Options& options)
 }
 
 // What is wrong with the bench --port names, if anything: each device named
-// once, and a command that works on many handsets.
+// once, and a command that works on many handsets: the bench window, or one
+// that works without a window.
 QString BenchPortsProblem(const Options& options)
 {
     QStringList devices;
@@ -57,9 +58,10 @@ QString BenchPortsProblem(const Options& options)
             return QStringLiteral("--port names %1 twice: each handset is worked on once").arg(device);
         devices << device;
     }
-    if (!options.read && !options.info && options.restoreBackup.isEmpty())
-        return QStringLiteral("--port with several handsets works with --info, --read and --restore-backup; the "
-                              "window and the file system commands work with one: name its port");
+    if (!options.bench && !options.read && !options.info && options.restoreBackup.isEmpty())
+        return QStringLiteral("--port with several handsets works with --bench, --info, --read and "
+                              "--restore-backup; the panel's window and the file system commands work with one: "
+                              "name its port");
     return {};
 }
 
@@ -95,6 +97,8 @@ std::optional<Options> ParseOptions(const QCoreApplication& app)
                                   QStringLiteral("3000"));
     const auto spc = option("spc", "Unlock the handset with its service programming <code> when it asks.", "code");
     const auto listPorts = option("list-ports", "List the serial ports and exit.");
+    const auto bench = option("bench", "Show every handset on the machine's ports (with --port, on the "
+                                       "comma-separated devices given) in the bench window, to back them up at once.");
     const auto probe = option("probe", "With --list-ports, ask each free port for a handset.");
     const auto json = option("json", "With --list-ports, --efs-list or several handsets, print JSON.");
     const auto probeTime = option("probe-time", "Wait <ms> milliseconds for handsets to answer a probe.", "ms",
@@ -175,6 +179,7 @@ std::optional<Options> ParseOptions(const QCoreApplication& app)
     options.spc = parser.value(spc);
     options.restoreBackup = parser.value(restore);
     options.listPorts = parser.isSet(listPorts);
+    options.bench = parser.isSet(bench);
     options.read = parser.isSet(read);
     const auto paceMs = Milliseconds(QStringLiteral("pace"), parser.value(pace), 0);
     const auto replyMs = Milliseconds(QStringLiteral("reply-time"), parser.value(replyTime), 1);
@@ -252,6 +257,13 @@ std::optional<Options> ParseOptions(const QCoreApplication& app)
         options.diffFrom = parser.value(diff);
         options.diffTo = parser.positionalArguments()[0];
     }
+    if (options.bench
+        && (options.read || options.info || !options.restoreBackup.isEmpty() || options.listPorts
+            || options.fileWork != Options::FileWork::None || !options.convertFrom.isEmpty() || !options.nvRead.isEmpty()
+            || !options.nvWrite.isEmpty() || !options.diffFrom.isEmpty() || !options.prlShow.isEmpty()
+            || !options.prlGet.isEmpty() || !options.prlPut.isEmpty()))
+        return refuse(QStringLiteral("--bench is a window of its own: it goes with --port, --screenshot, "
+                                     "--probe-time, --reply-time, --spc and --in-flight"));
     if ((options.read || options.info || parser.isSet(nvRead) || parser.isSet(nvWrite) || !options.restoreBackup.isEmpty()
          || options.fileWork != Options::FileWork::None || !options.prlGet.isEmpty() || !options.prlPut.isEmpty())
         && options.port.isEmpty())

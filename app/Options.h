@@ -25,6 +25,7 @@ struct Options {
     QString spc;
     QString restoreBackup;
     bool listPorts = false;
+    bool bench = false; // the bench window: every handset found, backed up at once
     bool read = false;  // read the handset on --port without a window
     bool hasMessage = false;
     bool info = false;  // print what the handset on --port says of itself

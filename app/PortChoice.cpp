@@ -38,16 +38,6 @@ void AddModemManagerHolds(std::vector<SerialPortEntry>& ports)
                 port.holders.push_back({held.pid, ModemManagerName});
 }
 
-// The machine's ports, then the handsets running emulators announce.
-std::vector<SerialPortEntry> Ports()
-{
-    std::vector<SerialPortEntry> ports = ListPorts(SystemRoot(), KnownDiagInterfaces());
-    AddModemManagerHolds(ports);
-    std::vector<SerialPortEntry> emulated = EmulatedPorts(EmulatorAnnouncementFolder());
-    ports.insert(ports.end(), std::make_move_iterator(emulated.begin()), std::make_move_iterator(emulated.end()));
-    return ports;
-}
-
 // ModemManager's name of the port's device: its own when it gives one,
 // otherwise the USB device's sysfs path, which is what it uses on Linux.
 QString ModemManagerUid(const SerialPortEntry& port)
@@ -226,6 +216,15 @@ std::optional<QString> NamedPort(const QString& device, QString& failure)
 }
 
 } // namespace
+
+std::vector<SerialPortEntry> Ports()
+{
+    std::vector<SerialPortEntry> ports = ListPorts(SystemRoot(), KnownDiagInterfaces());
+    AddModemManagerHolds(ports);
+    std::vector<SerialPortEntry> emulated = EmulatedPorts(EmulatorAnnouncementFolder());
+    ports.insert(ports.end(), std::make_move_iterator(emulated.begin()), std::make_move_iterator(emulated.end()));
+    return ports;
+}
 
 int ListPortsCommand(const Options& options)
 {

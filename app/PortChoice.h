@@ -7,12 +7,19 @@
 
 #include "Options.h"
 
+#include "link/PortList.h"
+
 #include <QString>
 #include <QStringList>
 
 #include <optional>
+#include <vector>
 
 namespace halvane {
+
+// The machine's serial ports, with those ModemManager holds by its own
+// account marked as held: what --list-ports lists and the bench watches.
+std::vector<tessaly::link::SerialPortEntry> Ports();
 
 // Prints the port listing (text or JSON, probed when asked) and gives the
 // exit status.

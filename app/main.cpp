@@ -16,7 +16,8 @@
 // where a handset answers; --port with a list of devices, or all, works on a
 // bench of handsets at once. With --message TEXT it shows the panel's own
 // message box, with --edit ROW,COLUMN the editor of that cell, as a double
-// click opens it.
+// click opens it. --bench shows every handset on the machine's ports in the
+// bench window, to back them up at once.
 #include "Convert.h"
 #include "Files.h"
 #include "Diff.h"
@@ -31,6 +32,7 @@
 #include "Screenshot.h"
 #include "UnattendedDialogs.h"
 #include "bench/BenchCommand.h"
+#include "bench/BenchWindowCommand.h"
 
 #include <tessaly/MessageBox.h>
 #include <tessaly/Tessaly.h>
@@ -92,6 +94,8 @@ int main(int argc, char** argv)
     halvane::UnattendedDialogs dialogs;
     if (unattended)
         app.installEventFilter(&dialogs);
+    if (options.bench)
+        return halvane::BenchWindowCommand(options, unattended);
 
     // A port that stands in the way is told on the command line and, with a
     // person there, in a box.

@@ -105,6 +105,12 @@ void FakeSystem::addVirtualTty(const QString& name)
     node(name, {});
 }
 
+void FakeSystem::unplug(const QString& name)
+{
+    EXPECT_TRUE(QFile::remove(path(QStringLiteral("/dev/") + name))) << qPrintable(name);
+    EXPECT_TRUE(QFile::remove(path(QStringLiteral("/sys/class/tty/") + name))) << qPrintable(name);
+}
+
 void FakeSystem::hold(qint64 pid, const QString& program, const QString& device)
 {
     const QString process = QStringLiteral("/proc/%1").arg(pid);

@@ -33,6 +33,9 @@ public:
     void addBuiltInPort(const QString& name, int type, const QString& line = {});
     // A tty with no device behind it, such as a virtual console.
     void addVirtualTty(const QString& name);
+    // Takes the port away as the kernel does when its device is unplugged:
+    // its device node and its entry in the tty class go.
+    void unplug(const QString& name);
     // `program` with process id `pid` holds `device` open.
     void hold(qint64 pid, const QString& program, const QString& device);
     // Lets a holder go, as a program closes the port.
