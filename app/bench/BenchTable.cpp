@@ -6,6 +6,7 @@
 #include "LastBackup.h"
 
 #include <QDir>
+#include <QFileInfo>
 
 
 namespace halvane {
@@ -26,17 +27,23 @@ QString IdentityText(const BenchRow& row)
     return text;
 }
 
-// The time and the path, the home folder written "~" as a shell does: the
-// folder of every backup is the same, the name is what tells one apart.
-QString BackupText(const BenchRow& row)
+// The time and the file's name: the folder of every backup is the same (the
+// window's summary names it), the name is what tells one apart. A screen
+// reader gets the `whole` path.
+QString BackupText(const BenchRow& row, bool whole)
 {
     if (row.backupPath.isEmpty())
         return QStringLiteral("none");
-    QString path = row.backupPath;
-    const QString home = QDir::homePath();
-    if (path.startsWith(home + QLatin1Char('/')))
-        path = QLatin1Char('~') + path.mid(home.size());
-    return row.backupTime.toString(QStringLiteral("yyyy-MM-dd HH:mm")) + QStringLiteral("  ") + path;
+    return row.backupTime.toString(QStringLiteral("yyyy-MM-dd HH:mm")) + QStringLiteral("  ")
+        + (whole ? row.backupPath : QFileInfo(row.backupPath).fileName());
+}
+
+// A failure's first sentence, to be read at a glance; the whole reason is
+// the cell's tooltip and what a screen reader reads.
+QString FirstSentence(const QString& reason)
+{
+    const qsizetype end = reason.indexOf(QLatin1String(". "));
+    return end < 0 ? reason : reason.left(end + 1);
 }
 
 // The backup's progress: how many items of how many, then files.
@@ -207,13 +214,16 @@ QVariant BenchTable::data(const QModelIndex& index, int role) const
     case Model: return row.identity.model;
     case Esn: return IdentityText(row);
     case Software: return row.identity.softwareVersion;
-    case State: return StateText(row);
+    case State:
+        return role == Qt::DisplayRole && row.state == BenchState::Failed
+            ? QStringLiteral("failed: ") + FirstSentence(row.reason)
+            : StateText(row);
     case Progress:
         if (row.percent < 0)
             return QString();
         return row.progress.isEmpty() ? QStringLiteral("%1 %").arg(row.percent)
                                       : QStringLiteral("%1 %, %2").arg(row.percent).arg(row.progress);
-    case LastBackup: return BackupText(row);
+    case LastBackup: return BackupText(row, role == Qt::AccessibleTextRole);
     case Columns: break;
     }
     return {};

@@ -52,6 +52,8 @@ public:
     // The row of a device, by the name the user gives it or its node; -1.
     int rowOf(const QString& port) const;
     const BenchRow& at(int row) const { return m_rows[size_t(row)]; }
+    // The folder the backups are kept in.
+    const QString& backupFolder() const { return m_backups; }
 
     // What a backup run tells of the handset on row `row`.
     void started(int row);

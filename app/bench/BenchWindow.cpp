@@ -12,6 +12,7 @@
 
 #include <QCloseEvent>
 #include <QCoreApplication>
+#include <QDir>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
@@ -97,7 +98,9 @@ QString Summary(const BenchTable& table)
         if (count > 0)
             counts << QStringLiteral("%1 %2").arg(count).arg(QLatin1String(name));
     }
-    return QStringLiteral("%1 on the bench: %2").arg(table.rowCount()).arg(counts.join(QStringLiteral(", ")));
+    return QStringLiteral("%1 on the bench: %2. Backups are kept in %3")
+        .arg(table.rowCount())
+        .arg(counts.join(QStringLiteral(", ")), QDir::toNativeSeparators(table.backupFolder()));
 }
 
 } // namespace
@@ -117,7 +120,7 @@ BenchWindow::BenchWindow(const Options& options, const QString& backups, QWidget
     view->setEditTriggers(QAbstractItemView::NoEditTriggers);
     view->setTabKeyNavigation(false); // Tab goes on to the buttons; the arrows move between rows
     view->setWordWrap(false);
-    view->setTextElideMode(Qt::ElideMiddle); // a long backup path keeps its folder's start and its name
+    view->setTextElideMode(Qt::ElideRight); // a failure's reason is read from its start
     view->setAlternatingRowColors(true);
     view->verticalHeader()->hide();
     QHeaderView* header = view->horizontalHeader();
@@ -130,7 +133,7 @@ BenchWindow::BenchWindow(const Options& options, const QString& backups, QWidget
     header->resizeSection(BenchTable::Model, wide("Halvane SIM-800"));
     header->resizeSection(BenchTable::Esn, wide("8F00A1B2 / A1000012345678"));
     header->resizeSection(BenchTable::Software, wide("SIM800-1.04.021"));
-    header->resizeSection(BenchTable::State, wide("failed: does not answer"));
+    header->resizeSection(BenchTable::State, wide("failed: cannot be opened: no such"));
     header->resizeSection(BenchTable::Progress, wide("100 %, items 65535 of 65535"));
     view->setAccessibleName(QStringLiteral("Handsets on the bench"));
     view->setAccessibleDescription(QStringLiteral("One row per handset found: port, model, ESN and MEID, software "
@@ -320,12 +323,15 @@ QSize BenchWindow::sizeHint() const
     // path, and a tray's worth of rows.
     const QHeaderView* header = d->view->horizontalHeader();
     const int columns = header->sectionPosition(BenchTable::LastBackup)
-        + d->view->fontMetrics().horizontalAdvance(
-            QStringLiteral("2026-11-26 08:30  ~/.local/share/Halvane/backups/8F3A21C4-20261126-083000-full.json"))
+        + d->view->fontMetrics().horizontalAdvance(QStringLiteral("2026-11-26 08:30  8F3A21C4-20261126-083000-full.json"))
         + 24;
     const int rows = header->height() + 8 * d->view->verticalHeader()->defaultSectionSize();
-    const QSize around = QWidget::sizeHint() - d->view->sizeHint();
-    return {columns + 2 * d->view->frameWidth() + around.width(), rows + 2 * d->view->frameWidth() + around.height()};
+    // Above and below the table, the summary and the buttons; beside it, the
+    // layout's margins alone.
+    const QMargins margins = layout()->contentsMargins();
+    const int above = QWidget::sizeHint().height() - d->view->sizeHint().height();
+    return {columns + 2 * d->view->frameWidth() + margins.left() + margins.right(),
+            rows + 2 * d->view->frameWidth() + above};
 }
 
 BenchTable& BenchWindow::table() const

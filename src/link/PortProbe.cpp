@@ -5,6 +5,7 @@
 
 #include "link/DiagPackets.h"
 #include "link/FrameCodec.h"
+#include "link/IdentityText.h"
 
 #include <tessaly/TessalyError.h>
 
@@ -26,7 +27,7 @@ namespace {
 // One port under probe: its descriptor, its settings as found and where its
 // exchange stands.
 struct Probe {
-    enum class Step { Version, Build, Esn, Done };
+    enum class Step { Version, Build, Esn, Meid, Done };
 
     int fd = -1;
     termios found{};
@@ -43,6 +44,7 @@ struct Probe {
         switch (step) {
         case Step::Version: return BareRequest(CmdVersion);
         case Step::Build: return BareRequest(CmdExtBuildId);
+        case Step::Meid: return NvItemRequest(CmdNvRead, model::MeidItem, {});
         default: return EsnRequest();
         }
     }
@@ -117,10 +119,19 @@ void Take(Probe& probe)
                 }
                 probe.step = Probe::Step::Esn;
                 Send(probe);
-            } else {
+            } else if (probe.step == Probe::Step::Esn) {
                 probe.result->handset = IdentityOf(probe.version, probe.build);
                 try {
                     probe.result->esn = ParseEsn(EsnRequest(), frame);
+                } catch (const TessalyError&) {
+                }
+                probe.step = Probe::Step::Meid;
+                Send(probe);
+            } else {
+                // A handset without a MEID holds no such item, or refuses it.
+                try {
+                    if (const NvItemReply meid = ParseNvItem(probe.request(), frame); meid.status == 0)
+                        probe.result->handset->meid = MeidHex(meid.data);
                 } catch (const TessalyError&) {
                 }
                 probe.step = Probe::Step::Done;
