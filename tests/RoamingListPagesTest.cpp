@@ -327,3 +327,28 @@ TEST(PutRoamingList, TheHandsetsListIsKeptFirstAndTheNewOneComparedWholeAfterThe
     EXPECT_THROW(PutRoamingList(handset, damaged), TessalyError);
     EXPECT_TRUE(handset.calls.isEmpty()) << qPrintable(handset.calls.join(u' '));
 }
+
+// The panel keeps so many cells a page: a longer list shows its first rows,
+// and keeps the others when the shown ones are written.
+TEST_F(RoamingListPagesTest, ALongListShowsItsFirstRowsAndKeepsTheRestWhenWritten)
+{
+    Prl list = *DecodePrl(SmallList()).list;
+    list.systems.resize(Pages::MaxRows + 100, list.systems[0]);
+    for (size_t i = 0; i < list.systems.size(); ++i)
+        list.systems[i].sid = uint16_t(1000 + i);
+    hold(EncodePrl(list));
+    {
+        DialogAnswerer answerer;
+        handset->NVRead();
+        EXPECT_TRUE(answerer.texts().isEmpty()) << qPrintable(answerer.texts().join(u'\n'));
+    }
+    ASSERT_EQ(systems()->Rows(), Pages::MaxRows + 1);
+    EXPECT_EQ(systems()->TextMatrix(Pages::MaxRows, Pages::RoamingColumn), "1 (home)");
+
+    systems()->setTextMatrix(Pages::MaxRows, Pages::SidColumn, QStringLiteral("7"));
+    EXPECT_TRUE(write().isEmpty());
+    const PrlDecoding written = DecodePrl(Contents(listPath));
+    ASSERT_TRUE(written.list && written.problem.isEmpty());
+    list.systems[Pages::MaxRows - 1].sid = 7;
+    EXPECT_EQ(*written.list, list);
+}
