@@ -90,8 +90,6 @@ private:
     template <class Step> void subProcess(int32_t number, const QString& name, int32_t steps, Step&& step);
     void fillPanel(int32_t number, const NvImage& items);
     void fillSheet(const Sheet& sheet, const NvImage& items);
-    int16_t partOf(const Sheet& sheet);
-    int16_t partIn(const Sheet& sheet) const;
     const NvImage& lastRead(const QString& command) const;
     // The items of the last read, with the bytes written since over them.
     NvImage known(const QString& command) const;
@@ -119,7 +117,6 @@ private:
     NvImage m_onHandset; // as far as reads and writes have shown
     std::optional<NvAddress> m_current; // the item on the line
     bool m_succeeded = true;
-    int16_t m_ownPage = -1; // the page the handset adds to the panel, once it has
     ItemsPage* m_itemsPage = nullptr;
     ItemsSource m_itemsSource;
     RoamingListPages* m_roamingPages = nullptr;
