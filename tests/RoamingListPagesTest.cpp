@@ -15,6 +15,7 @@
 #include "model/SimulatedHandset.h"
 #include "support/PanelFixture.h"
 
+#include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 
@@ -351,4 +352,22 @@ TEST_F(RoamingListPagesTest, ALongListShowsItsFirstRowsAndKeepsTheRestWhenWritte
     ASSERT_TRUE(written.list && written.problem.isEmpty());
     list.systems[Pages::MaxRows - 1].sid = 7;
     EXPECT_EQ(*written.list, list);
+}
+
+TEST_F(RoamingListPagesTest, AListThatCannotBeReadLeavesItsPagesEmptyAndTheReadWhole)
+{
+    hold(SmallList());
+    handset->NVRead();
+    ASSERT_TRUE(QFile::remove(listPath) && QDir().mkdir(listPath)); // a folder where the list was
+    {
+        DialogAnswerer answerer;
+        handset->NVRead();
+        EXPECT_TRUE(handset->succeeded()) << "the items were read";
+        ASSERT_EQ(answerer.texts().size(), 1);
+        EXPECT_TRUE(answerer.texts()[0].contains("roaming list could not be read")) << qPrintable(answerer.texts()[0]);
+    }
+    EXPECT_EQ(row(systems(), 1), QStringList(Pages::SystemColumns, QString()));
+    // Nothing shown, nothing to write.
+    EXPECT_TRUE(write().isEmpty());
+    EXPECT_TRUE(QFileInfo(listPath).isDir());
 }

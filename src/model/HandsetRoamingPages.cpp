@@ -18,14 +18,25 @@ void SimulatedHandset::setRoamingListPages(RoamingListPages* pages, RoamingListS
     m_roamingSource = source;
 }
 
-// Shows the handset's list as sub-process `number`, of one step.
+// Shows the handset's list as sub-process `number`, of one step. A handset
+// that cannot give its list (one without the roaming list commands) still
+// gives its items: the pages stay empty, and the user is told why.
 void SimulatedHandset::showRoamingList(int32_t number)
 {
     emit SetSubProcessStep(number, 1, Port);
     emit GetSubTotalProgressCount(QStringLiteral("Reading the roaming list"), 1, Port);
-    m_roamingPages->show(m_roamingSource->read());
+    QString unread;
+    try {
+        m_roamingPages->show(m_roamingSource->read());
+    } catch (const TessalyError& fault) {
+        m_roamingPages->show({});
+        unread = fault.description();
+    }
     emit StepIt(Port);
     emit SetSubProcessStep(number, 2, Port);
+    if (!unread.isEmpty())
+        tell(false, QStringLiteral("NV Read"),
+             QStringLiteral("The handset's roaming list could not be read: %1. Its pages stay empty.").arg(unread));
 }
 
 std::optional<QByteArray> SimulatedHandset::roamingListEdited() const

@@ -136,6 +136,11 @@ QString ReadPrlRoaming(const QString& text, std::optional<uint8_t>& indicator)
     return {};
 }
 
+bool PrlAcquisitionKnown(const PrlAcquisition& record, PrlLayout layout)
+{
+    return prl::KnownAcquisitionType(record.type, layout) && record.unknown.isEmpty();
+}
+
 QString PrlAcquisitionTypeText(uint8_t type, PrlLayout layout)
 {
     return prl::KnownAcquisitionType(type, layout) ? PrlAcquisitionTypeName(type)

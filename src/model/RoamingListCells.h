@@ -32,6 +32,8 @@ QString PrlPriorityText(const PrlSystem& system);
 QString PrlRoamingText(std::optional<uint8_t> indicator);
 QString ReadPrlRoaming(const QString& text, std::optional<uint8_t>& indicator);
 
+// Whether the record is of a type the list's layout defines, its fields read.
+bool PrlAcquisitionKnown(const PrlAcquisition& record, PrlLayout layout);
 // "unknown (type N)" for a type the list's layout does not define.
 QString PrlAcquisitionTypeText(uint8_t type, PrlLayout layout);
 // Which of the record's fields its type has.

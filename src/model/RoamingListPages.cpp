@@ -142,8 +142,7 @@ void RoamingListPages::showAcquisitions()
         const uint8_t type = record ? record->type : 0;
         // An unknown type's fields are not known: its bytes are shown, never
         // read as another type's fields.
-        const bool known = record && PrlAcquisitionTypeText(type, layout) == PrlAcquisitionTypeName(type)
-            && record->unknown.isEmpty();
+        const bool known = record && PrlAcquisitionKnown(*record, layout);
         QStringList texts(AcquisitionColumns - 1, QString());
         if (record) {
             texts[TypeColumn - 1] = PrlAcquisitionTypeText(type, layout);
