@@ -111,8 +111,8 @@ QString HandsetRoamingList::keep(const QByteArray& held)
 {
     const QByteArray request = EsnRequest();
     const QString esn = QStringLiteral("%1").arg(ParseEsn(request, m_link.transact(request)), 8, 16, QLatin1Char('0'));
-    const QString path = QDir(BackupFolder()).filePath(
-        esn.toUpper() + QDateTime::currentDateTime().toString(QStringLiteral("-yyyyMMdd-HHmmss-zzz")) + QStringLiteral(".prl"));
+    const QString time = QDateTime::currentDateTime().toString(QStringLiteral("-yyyyMMdd-HHmmss-zzz"));
+    const QString path = QDir(BackupFolder()).filePath(esn.toUpper() + time + QStringLiteral(".prl"));
     QDir().mkpath(BackupFolder());
     if (const QString problem = model::WriteWhole(path, held); !problem.isEmpty())
         throw TessalyError(model::errMemoryNotSaved,

@@ -111,7 +111,9 @@ QString ReadPrlSid(const QString& text, PrlSystem& system)
 
 QString PrlPriorityText(const PrlSystem& system)
 {
-    return !system.preferred ? QStringLiteral("-") : system.morePreferred ? QStringLiteral("more") : QStringLiteral("same");
+    if (!system.preferred)
+        return QStringLiteral("-");
+    return system.morePreferred ? QStringLiteral("more") : QStringLiteral("same");
 }
 
 QString PrlRoamingText(std::optional<uint8_t> indicator)

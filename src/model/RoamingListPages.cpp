@@ -190,7 +190,8 @@ std::optional<QByteArray> RoamingListPages::edited() const
     if (!m_list)
         return std::nullopt;
     const std::vector<QStringList> systems = cells(m_systemsPage, int(m_systemTexts.size()), SystemColumns);
-    const std::vector<QStringList> records = cells(m_acquisitionsPage, int(m_acquisitionTexts.size()), AcquisitionColumns);
+    const std::vector<QStringList> records
+        = cells(m_acquisitionsPage, int(m_acquisitionTexts.size()), AcquisitionColumns);
     if (systems == m_systemTexts && records == m_acquisitionTexts)
         return std::nullopt;
     if (!m_problem.isEmpty())
