@@ -5,6 +5,7 @@
 
 #include "link/Backup.h"
 #include "link/HandsetIdentity.h"
+#include "link/RoamingList.h"
 #include "model/Catalogue.h"
 #include "model/FileNvMemory.h"
 
@@ -27,6 +28,7 @@ std::unique_ptr<Handset> OpenHandset(const Options& options, Tessaly& panel, boo
         handset->memory = std::move(file);
         handset->model = std::make_unique<model::SimulatedHandset>(panel, *handset->memory);
         handset->model->setPace(options.pace);
+        handset->roamingList = std::make_unique<model::FileRoamingList>(options.state + QStringLiteral(".prl"));
         return handset;
     }
     try {
@@ -37,12 +39,14 @@ std::unique_ptr<Handset> OpenHandset(const Options& options, Tessaly& panel, boo
     }
     const QString spc = options.spc;
     QPointer<Tessaly> asker(&panel);
-    auto live = std::make_unique<link::LiveNvMemory>(*handset->line, [spc, unattended, asker] {
+    const auto askSpc = [spc, unattended, asker] {
         if (!spc.isEmpty() || unattended || !asker)
             return spc;
         return QInputDialog::getText(asker->window(), QStringLiteral("Halvane"),
                                      QStringLiteral("The handset is locked. Its SPC (six digits):"));
-    });
+    };
+    auto live = std::make_unique<link::LiveNvMemory>(*handset->line, askSpc);
+    handset->roamingList = std::make_unique<link::HandsetRoamingList>(*handset->line, 0, askSpc); // the first NAM's
     live->setBackupFolder(link::BackupFolder()); // every read of a real handset is kept
     handset->live = live.get();
     handset->memory = std::move(live);

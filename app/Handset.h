@@ -10,6 +10,7 @@
 
 #include "link/LiveNvMemory.h"
 #include "link/SerialLink.h"
+#include "model/RoamingListSource.h"
 #include "model/SimulatedHandset.h"
 
 #include <memory>
@@ -23,6 +24,8 @@ struct Handset {
     std::unique_ptr<tessaly::model::NvMemory> memory;
     std::unique_ptr<tessaly::model::SimulatedHandset> model;
     tessaly::link::LiveNvMemory* live = nullptr; // the memory, when the handset is real
+    // Its roaming list: over the line, or in "<state>.prl" beside the NV memory file.
+    std::unique_ptr<tessaly::model::RoamingListSource> roamingList;
     QString problem; // with the memory file, for the user once the window shows
 };
 

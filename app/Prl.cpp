@@ -3,15 +3,12 @@
 #include "Prl.h"
 
 #include "link/Backup.h"
-#include "link/DiagPackets.h"
 #include "link/RoamingList.h"
 #include "model/NvFile.h"
 #include "model/Prl.h"
 
 #include <tessaly/TessalyError.h>
 
-#include <QDateTime>
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QJsonArray>
@@ -193,12 +190,6 @@ std::optional<QByteArray> ReadLocal(const QString& path)
     return file.readAll();
 }
 
-QString HandsetEsn(link::SerialLink& line)
-{
-    const QByteArray request = link::EsnRequest();
-    return QStringLiteral("%1").arg(link::ParseEsn(request, line.transact(request)), 8, 16, QLatin1Char('0')).toUpper();
-}
-
 } // namespace
 
 int ShowPrl(const Options& options)
@@ -252,6 +243,8 @@ int PutPrl(const Options& options)
     const std::optional<QByteArray> bytes = ReadLocal(options.prlPut);
     if (!bytes)
         return 1;
+    // A damaged list is told by its file's name, before the port is opened;
+    // PutRoamingList would refuse it too.
     if (const QString problem = model::PrlProblem(*bytes); !problem.isEmpty()) {
         std::fprintf(stderr, "halvane: %s is refused: %s Nothing was written to the handset.\n",
                      qPrintable(options.prlPut), qPrintable(problem));
@@ -259,24 +252,10 @@ int PutPrl(const Options& options)
     }
     try {
         link::SerialLink line(options.port, options.replyTime);
-        // What the handset held is kept first, under its ESN and the time.
-        const QByteArray held = link::ReadRoamingList(line, Nam);
-        const QString kept = QDir(link::BackupFolder()).filePath(
-            HandsetEsn(line) + QDateTime::currentDateTime().toString(QStringLiteral("-yyyyMMdd-HHmmss-zzz")) + QStringLiteral(".prl"));
-        QDir().mkpath(link::BackupFolder());
-        if (const QString problem = model::WriteWhole(kept, held); !problem.isEmpty()) {
-            std::fprintf(stderr, "halvane: the handset's roaming list could not be kept in %s: %s. Nothing was "
-                                 "written.\n",
-                         qPrintable(kept), qPrintable(problem));
-            return 1;
-        }
-        std::printf("The handset's roaming list is kept in %s\n", qPrintable(kept));
         const QString spc = options.spc;
-        link::WriteRoamingList(line, *bytes, Nam, [spc] { return spc; });
-        if (link::ReadRoamingList(line, Nam) != *bytes) {
-            std::fprintf(stderr, "halvane: the handset's roaming list reads back different from what was written\n");
-            return 1;
-        }
+        link::HandsetRoamingList handset(line, Nam, [spc] { return spc; });
+        const QString kept = model::PutRoamingList(handset, *bytes);
+        std::printf("The handset's roaming list is kept in %s\n", qPrintable(kept));
         const model::PrlDecoding decoding = model::DecodePrl(*bytes);
         std::printf("Roaming list %u written and read back the same, %lld bytes\n", decoding.list->listId,
                     qlonglong(bytes->size()));

@@ -29,6 +29,7 @@
 #include "PortChoice.h"
 #include "Prl.h"
 #include "Restore.h"
+#include "RoamingListPages.h"
 #include "Screenshot.h"
 #include "UnattendedDialogs.h"
 #include "bench/BenchCommand.h"
@@ -149,6 +150,7 @@ int main(int argc, char** argv)
     if (options.read)
         return halvane::ReadToBackup(*handset);
 
+    const auto roamingPages = halvane::AddRoamingListPages(panel, *handset);
     const auto itemsPage = halvane::AddNvItemsPage(panel, *handset, options);
     panel.SetModelDLL(handset->model.get());
     window.show();

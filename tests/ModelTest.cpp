@@ -105,14 +105,9 @@ TEST_F(ModelTest, ReadFillsEveryPageInOneRunOfProgress)
     EXPECT_EQ(cell(20, "LOCK CODE"), "0143");
     EXPECT_EQ(cell(0, "Home SID", 3), "4145");
     EXPECT_EQ(cell(13, "Tx Linearizer Master 0", 40), "999");
-    // The handset's own page, added behind the fixed ones at the first read only.
-    EXPECT_EQ(cell(21, "Roaming Indicator", 4), "Flashing");
     EXPECT_EQ(cell(15, "NAI"), "8585550143@ims.halvane.example");
     EXPECT_EQ(host->GetProfileCount(), 2);
     EXPECT_EQ(control<QLineEdit>(QStringLiteral("txtMEID"))->text(), "A0000031F4C2D9");
-
-    handset->NVRead();
-    EXPECT_EQ(grid(22), nullptr);
 }
 
 TEST_F(ModelTest, WrittenValuesSurviveARestartAndReadOnlyOnesAreNotWritten)
@@ -121,7 +116,6 @@ TEST_F(ModelTest, WrittenValuesSurviveARestartAndReadOnlyOnesAreNotWritten)
     edit(20, "Mobile Directory Number (MDN)", "6195550199");
     edit(0, "Home SID", "4150", 4);
     edit(16, "NAI", "user@example.net");
-    edit(21, "SID", "4199", 6);
     edit(20, "LOCK CODE", "9999"); // shown on NAM2, kept by NAM1
     host->SetProfileCount(3);
     host->SetActiveProfileIndex(2);
@@ -134,7 +128,6 @@ TEST_F(ModelTest, WrittenValuesSurviveARestartAndReadOnlyOnesAreNotWritten)
     EXPECT_EQ(cell(0, "Mobile Directory Number (MDN)"), "8585550143");
     EXPECT_EQ(cell(0, "Home SID", 4), "4150");
     EXPECT_EQ(cell(16, "NAI"), "user@example.net");
-    EXPECT_EQ(cell(21, "SID", 6), "4199");
     EXPECT_EQ(cell(20, "LOCK CODE"), "0143");
     EXPECT_EQ(host->GetProfileCount(), 3);
     EXPECT_EQ(host->GetActiveProfileIndex(), 2);

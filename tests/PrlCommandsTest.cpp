@@ -4,13 +4,24 @@
 // halvane's roaming list commands against tessaly-emu: the handset's list
 // read and shown, an edited list written, kept across the emulator's restart
 // and read back whole, and damaged lists refused before a byte is sent, by
-// halvane and by the handset alike.
+// halvane and by the handset alike; the list edited on the panel's pages
+// written over the line the same way.
+#include "link/Backup.h"
 #include "link/ErrorNumbers.h"
 #include "link/RoamingList.h"
+#include "model/Catalogue.h"
+#include "model/FactoryPrl.h"
+#include "model/FileNvMemory.h"
 #include "model/Prl.h"
+#include "model/RoamingListPages.h"
+#include "model/SimulatedHandset.h"
+#include "support/DialogAnswerer.h"
 #include "support/Packets.h"
 #include "support/Programs.h"
 
+#include <tessaly/Tessaly.h>
+
+#include <QDir>
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -190,4 +201,48 @@ TEST_F(PrlCommandsTest, HandsetRefusesADamagedListAndALockedOneWantsItsSpc)
     run = halvane({"--port", startFactory({"--spc", "123456"}), "--prl-put", file("edited.prl"), "--spc", "123456"});
     EXPECT_EQ(run.status, 0) << qPrintable(run.err);
     EXPECT_EQ(handsetList(), edited);
+}
+
+// The panel's roaming list pages over the line: the handset's list shown, an
+// edited SID written by NV Write as a new list with its size and CRC, the
+// handset's list kept first.
+TEST_F(PrlCommandsTest, AListEditedOnThePanelIsWrittenToTheHandsetAndKeptFirst)
+{
+    const QString port = startFactory();
+    const QByteArray factory = EncodePrl(FactoryPrl());
+    qputenv("XDG_DATA_HOME", folder.filePath(QStringLiteral("data")).toLocal8Bit()); // the backups' folder
+
+    Tessaly panel;
+    panel.show();
+    FileNvMemory memory(file("nv-memory.json"), Catalogue::BuiltIn().factory());
+    SimulatedHandset handset(panel, memory);
+    link::SerialLink line(port);
+    link::HandsetRoamingList list(line, 0, [] { return QString(); });
+    const int16_t systems = panel.AddTab(QStringLiteral("Roaming List"), RoamingListPages::SystemColumns);
+    const int16_t acquisitions
+        = panel.AddTab(QStringLiteral("Acquisition Table"), RoamingListPages::AcquisitionColumns);
+    RoamingListPages pages(panel, systems, acquisitions);
+    handset.setRoamingListPages(&pages, &list);
+    panel.SetModelDLL(&handset);
+
+    DialogAnswerer answerer;
+    handset.NVRead();
+    ASSERT_TRUE(handset.succeeded()) << qPrintable(answerer.texts().join(u'\n'));
+    EXPECT_EQ(panel.GetItemFromGrd(systems, 1, RoamingListPages::SidColumn - 1), "4139");
+    panel.AddItemToGrd(systems, QString(), true, false, QString(), QStringLiteral("4150"), 1,
+                       RoamingListPages::SidColumn);
+    handset.NVWrite();
+    ASSERT_TRUE(handset.succeeded()) << qPrintable(answerer.texts().join(u'\n'));
+    EXPECT_TRUE(answerer.texts().isEmpty()) << qPrintable(answerer.texts().join(u'\n'));
+
+    const PrlDecoding written = DecodePrl(handsetList());
+    ASSERT_TRUE(written.list && written.problem.isEmpty()) << qPrintable(written.problem);
+    EXPECT_EQ(written.crcField, written.crc);
+    Prl expected = *DecodePrl(factory).list;
+    expected.systems[0].sid = 4150;
+    EXPECT_EQ(*written.list, expected);
+    const QStringList kept = QDir(link::BackupFolder()).entryList({QStringLiteral("*.prl")}, QDir::Files);
+    ASSERT_EQ(kept.size(), 1);
+    EXPECT_EQ(bytesOf(QDir(link::BackupFolder()).filePath(kept[0])), factory);
+    qunsetenv("XDG_DATA_HOME");
 }

@@ -3,7 +3,7 @@
 
 #include "PrlAnswers.h"
 
-#include "FactoryPrl.h"
+#include "model/FactoryPrl.h"
 
 #include "link/DiagPackets.h"
 #include "link/DiagRoamingList.h"
@@ -26,7 +26,7 @@ constexpr uint8_t FirstNam = 0;
 } // namespace
 
 PrlAnswers::PrlAnswers()
-    : m_list(model::EncodePrl(FactoryPrl()))
+    : m_list(model::EncodePrl(model::FactoryPrl()))
 {
 }
 

@@ -6,7 +6,7 @@
 // serving its file system through EFS2 from a file beside it
 // ("<state>.efs.json", EfsStateFile.h; the factory tree of FactoryEfs.h when
 // there is none) and its roaming list from another ("<state>.prl",
-// PrlAnswers.h; the factory list of FactoryPrl.h when there is none). With --count N it serves a bench of N handsets, each with
+// PrlAnswers.h; the factory list of model/FactoryPrl.h when there is none). With --count N it serves a bench of N handsets, each with
 // a state file, an identity and a terminal of its own (BenchHandset.h), each
 // on a thread of its own (ServedHandset.h). It prints the terminals' paths,
 // one a line, then serves until SIGTERM, SIGINT or SIGHUP; meanwhile it

@@ -4,9 +4,15 @@
 #include "link/RoamingList.h"
 
 #include "link/DiagPackets.h"
+#include "link/Backup.h"
 #include "link/DiagRoamingList.h"
+#include "model/ErrorNumbers.h"
+#include "model/NvFile.h"
 
 #include <tessaly/TessalyError.h>
+
+#include <QDateTime>
+#include <QDir>
 
 namespace tessaly::link {
 
@@ -87,6 +93,37 @@ void WriteRoamingList(SerialLink& link, const QByteArray& list, uint8_t nam, con
                                                              .arg(NvStatusText(reply.nvStatus))
                                                        : QString()));
     }
+}
+
+HandsetRoamingList::HandsetRoamingList(SerialLink& link, uint8_t nam, std::function<QString()> askSpc)
+    : m_link(link)
+    , m_nam(nam)
+    , m_askSpc(std::move(askSpc))
+{
+}
+
+QByteArray HandsetRoamingList::read()
+{
+    return ReadRoamingList(m_link, m_nam);
+}
+
+QString HandsetRoamingList::keep(const QByteArray& held)
+{
+    const QByteArray request = EsnRequest();
+    const QString esn = QStringLiteral("%1").arg(ParseEsn(request, m_link.transact(request)), 8, 16, QLatin1Char('0'));
+    const QString time = QDateTime::currentDateTime().toString(QStringLiteral("-yyyyMMdd-HHmmss-zzz"));
+    const QString path = QDir(BackupFolder()).filePath(esn.toUpper() + time + QStringLiteral(".prl"));
+    QDir().mkpath(BackupFolder());
+    if (const QString problem = model::WriteWhole(path, held); !problem.isEmpty())
+        throw TessalyError(model::errMemoryNotSaved,
+                           QStringLiteral("the handset's roaming list could not be kept in %1: %2. Nothing was written")
+                               .arg(path, problem));
+    return path;
+}
+
+void HandsetRoamingList::write(const QByteArray& list)
+{
+    WriteRoamingList(m_link, list, m_nam, m_askSpc);
 }
 
 } // namespace tessaly::link

@@ -8,6 +8,7 @@
 #pragma once
 
 #include "link/SerialLink.h"
+#include "model/RoamingListSource.h"
 
 #include <functional>
 
@@ -21,5 +22,22 @@ QByteArray ReadRoamingList(SerialLink& link, uint8_t nam = 0);
 // TessalyError when a block is refused or the handset does not take the
 // list at its end.
 void WriteRoamingList(SerialLink& link, const QByteArray& list, uint8_t nam, const std::function<QString()>& askSpc);
+
+// The list of a handset on `link` as the source of model::PutRoamingList:
+// the list before a write is kept in the backups folder (link/Backup.h) as
+// "<ESN>-<time>.prl".
+class HandsetRoamingList : public model::RoamingListSource {
+public:
+    HandsetRoamingList(SerialLink& link, uint8_t nam, std::function<QString()> askSpc);
+
+    QByteArray read() override;
+    QString keep(const QByteArray& held) override;
+    void write(const QByteArray& list) override;
+
+private:
+    SerialLink& m_link;
+    uint8_t m_nam;
+    std::function<QString()> m_askSpc;
+};
 
 } // namespace tessaly::link

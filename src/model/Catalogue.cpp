@@ -11,7 +11,6 @@
 #include <QJsonObject>
 
 #include <algorithm>
-#include <limits>
 #include <set>
 #include <stdexcept>
 
@@ -84,19 +83,13 @@ public:
         catalogue.m_pages.reserve(size_t(pages.size())); // the sheets point into it
         for (const QJsonValue& value : pages) {
             const QJsonObject object = value.toObject();
-            const QString added = object[QLatin1String("added")].toString();
-            const int16_t number = added.isEmpty() ? pageNumber(object[QLatin1String("page")]) : int16_t(-1);
-            if (FindPageByNode(added))
-                fail(QStringLiteral("the added page \"%1\" takes the name of a page of the panel").arg(added));
+            const int16_t number = pageNumber(object[QLatin1String("page")]);
             if (!listed.insert(number).second)
-                fail(added.isEmpty() ? QStringLiteral("page %1 is listed twice").arg(number)
-                                     : QStringLiteral("the handset adds one page of its own at most"));
+                fail(QStringLiteral("page %1 is listed twice").arg(number));
             Page& page = catalogue.m_pages.emplace_back(Page{number, {}});
-            const std::vector<Sheet> sheets
-                = added.isEmpty() ? SheetsOf(page) : std::vector<Sheet>{{added, -1, 0, true, &page}};
-            const QString label = added.isEmpty() ? QString::number(number) : added;
-            // An added page is made as wide as its rows need.
-            const int columns = added.isEmpty() ? ValueColumns(number) : std::numeric_limits<int>::max();
+            const std::vector<Sheet> sheets = SheetsOf(page);
+            const QString label = QString::number(number);
+            const int columns = ValueColumns(number);
             for (const QJsonValue& row : object[QLatin1String("rows")].toArray())
                 page.rows.push_back(readRow(row.toObject(), label, columns, sheets));
             catalogue.m_sheets.insert(catalogue.m_sheets.end(), sheets.begin(), sheets.end());

@@ -28,14 +28,14 @@ struct Row {
 };
 
 // The rows of a page as the catalogue lists them once: for both NAMs, for
-// all six profiles, or for a page of its own.
+// all six profiles, or for one page.
 struct Page {
     int16_t page = 0;
     std::vector<Row> rows;
 };
 
-// One page as the handset fills it: a NAM, a profile, or a page of its own,
-// with the panel's numbering of its cells.
+// One page as the handset fills it: a NAM, a profile, or one page, with the
+// panel's numbering of its cells.
 struct Sheet {
     QString name; // as the panel's tree names it
     int16_t part = 0;

@@ -35,9 +35,9 @@ NvImage SimulatedHandset::valuesOfPanel() const
                                    .arg(where, text, problem));
     };
     for (const Sheet& sheet : m_catalogue.sheets()) {
-        const int16_t part = partIn(sheet);
+        const int16_t part = sheet.part;
         const std::vector<Row>& rows = sheet.page->rows;
-        for (size_t r = 0; r < rows.size() && part >= 0; ++r) {
+        for (size_t r = 0; r < rows.size(); ++r) {
             if (rows[r].readOnly[size_t(sheet.copy)])
                 continue;
             const std::vector<Field>& columns = rows[r].columns;
@@ -57,29 +57,11 @@ NvImage SimulatedHandset::valuesOfPanel() const
     return values;
 }
 
-// The panel's number of a sheet's page. The handset's own page is added to
-// the panel, as wide as its widest row, the first time it is filled.
-int16_t SimulatedHandset::partOf(const Sheet& sheet)
-{
-    if (sheet.part < 0 && m_ownPage < 0) {
-        size_t columns = 1;
-        for (const Row& row : sheet.page->rows)
-            columns = std::max(columns, row.columns.size());
-        m_ownPage = m_panel->AddTab(sheet.name, int16_t(columns + 1));
-    }
-    return partIn(sheet);
-}
-
-int16_t SimulatedHandset::partIn(const Sheet& sheet) const
-{
-    return sheet.part >= 0 ? sheet.part : m_ownPage;
-}
-
 void SimulatedHandset::fillSheet(const Sheet& sheet, const NvImage& items)
 {
     const NvImage& read = items;
     const std::vector<Row>& rows = sheet.page->rows;
-    const int16_t part = partOf(sheet);
+    const int16_t part = sheet.part;
     if (sheet.titles) {
         m_panel->SetNVFieldItemCount(part, int16_t(rows.size()));
         for (size_t r = 0; r < rows.size(); ++r)

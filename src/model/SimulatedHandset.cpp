@@ -166,6 +166,8 @@ void SimulatedHandset::NVRead()
         fillPanel(2, *m_lastRead);
         if (m_itemsPage)
             listItems(3);
+        if (m_roamingPages && m_roamingSource)
+            showRoamingList(4);
         emit SetProcessStep(ProcessRead, 2, Port);
         tellLacking();
     });
@@ -195,6 +197,8 @@ void SimulatedHandset::NVWrite()
         // edited there, over whatever the other pages say of it; those pages
         // then show its new values.
         const NvImage edited = itemsEdited();
+        // So is the roaming list edited on its pages: built and checked first.
+        const std::optional<QByteArray> list = roamingListEdited();
         bool pagesChange = false;
         for (const auto& [address, data] : edited) {
             pagesChange = pagesChange || values.count(address) > 0;
@@ -206,6 +210,8 @@ void SimulatedHandset::NVWrite()
         if (pagesChange)
             fillPanel(3, known(QStringLiteral("NV Write")));
         showWritten(values);
+        if (list)
+            writeRoamingList(4, *list);
         emit SetProcessStep(ProcessWrite, 2, Port);
     });
 }

@@ -32,6 +32,8 @@ namespace tessaly::model {
 
 class Catalogue;
 class ItemsPage;
+class RoamingListPages;
+class RoamingListSource;
 struct Sheet;
 
 // Where the NV Items page's list comes from after a read: given the items of
@@ -63,6 +65,13 @@ public:
     // the handset refuses, what the handset held read and kept first (a live
     // handset's memory keeps it as a backup), each read back. None at first.
     void setItemsPage(ItemsPage* page, ItemsSource source = {});
+    // The pages of the handset's roaming list, which each NV Read fills from
+    // `source` and each NV Write, when a cell of theirs changed, writes as a
+    // new list through it (model::PutRoamingList: the list checked, the
+    // handset's kept, the new one read back and compared). A cell that holds
+    // no value of its field stops the write before anything is written.
+    // None at first.
+    void setRoamingListPages(RoamingListPages* pages, RoamingListSource* source);
     // Whether the last command did all its work.
     bool succeeded() const { return m_succeeded; }
 
@@ -81,8 +90,6 @@ private:
     template <class Step> void subProcess(int32_t number, const QString& name, int32_t steps, Step&& step);
     void fillPanel(int32_t number, const NvImage& items);
     void fillSheet(const Sheet& sheet, const NvImage& items);
-    int16_t partOf(const Sheet& sheet);
-    int16_t partIn(const Sheet& sheet) const;
     const NvImage& lastRead(const QString& command) const;
     // The items of the last read, with the bytes written since over them.
     NvImage known(const QString& command) const;
@@ -94,6 +101,9 @@ private:
     void listItems(int32_t number);
     NvImage itemsEdited();
     void showWritten(const NvImage& items);
+    void showRoamingList(int32_t number);
+    std::optional<QByteArray> roamingListEdited() const;
+    void writeRoamingList(int32_t number, const QByteArray& list);
 
     QPointer<Tessaly> m_panel;
     NvMemory& m_memory;
@@ -107,9 +117,10 @@ private:
     NvImage m_onHandset; // as far as reads and writes have shown
     std::optional<NvAddress> m_current; // the item on the line
     bool m_succeeded = true;
-    int16_t m_ownPage = -1; // the page the handset adds to the panel, once it has
     ItemsPage* m_itemsPage = nullptr;
     ItemsSource m_itemsSource;
+    RoamingListPages* m_roamingPages = nullptr;
+    RoamingListSource* m_roamingSource = nullptr;
 };
 
 } // namespace tessaly::model

@@ -1,11 +1,10 @@
 // SPDX-FileCopyrightText: The Tessaly developers
-// SPDX-License-Identifier: GPL-2.0-or-later
+// SPDX-License-Identifier: LGPL-2.1-or-later
 
-#include "FactoryPrl.h"
+#include "model/FactoryPrl.h"
 
-namespace emu {
+namespace tessaly::model {
 
-using namespace tessaly::model;
 
 namespace {
 
@@ -119,4 +118,4 @@ Prl FactoryPrl()
     return list;
 }
 
-} // namespace emu
+} // namespace tessaly::model
