@@ -5,6 +5,8 @@
 
 #include "BenchRun.h"
 
+#include "link/IdentityText.h"
+
 #include <QCoreApplication>
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -23,7 +25,7 @@ namespace {
 
 QString EsnText(const std::optional<link::HandsetIdentity>& identity)
 {
-    return identity ? QStringLiteral("%1").arg(identity->esn, 8, 16, QLatin1Char('0')).toUpper() : QStringLiteral("-");
+    return identity ? link::EsnHex(identity->esn) : QStringLiteral("-");
 }
 
 // The line of one handset while it works.

@@ -7,6 +7,7 @@
 #include "Restore.h"
 
 #include "link/Backup.h"
+#include "link/IdentityText.h"
 #include "link/LiveNvMemory.h"
 #include "model/Catalogue.h"
 #include "model/ErrorNumbers.h"
@@ -56,7 +57,7 @@ std::vector<Offered> OfferedBackups(const QString& path, QStringList& unreadable
 // The newest offered backup taken from the handset `identity` names.
 const Offered* BackupOf(const std::vector<Offered>& offered, const link::HandsetIdentity& identity)
 {
-    const QString esn = QStringLiteral("%1").arg(identity.esn, 8, 16, QLatin1Char('0'));
+    const QString esn = link::EsnHex(identity.esn);
     for (const Offered& candidate : offered)
         if (candidate.backup.esn.compare(esn, Qt::CaseInsensitive) == 0
             && candidate.backup.meid.compare(identity.meid, Qt::CaseInsensitive) == 0)

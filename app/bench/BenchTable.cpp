@@ -5,6 +5,8 @@
 
 #include "LastBackup.h"
 
+#include "link/IdentityText.h"
+
 #include <QDir>
 #include <QFileInfo>
 
@@ -13,15 +15,9 @@ namespace halvane {
 
 namespace {
 
-// Eight upper-case hexadecimal digits, as backups are named by.
-QString EsnHex(uint32_t esn)
-{
-    return QStringLiteral("%1").arg(esn, 8, 16, QLatin1Char('0')).toUpper();
-}
-
 QString IdentityText(const BenchRow& row)
 {
-    QString text = row.esnKnown ? EsnHex(row.identity.esn) : QString();
+    QString text = row.esnKnown ? tessaly::link::EsnHex(row.identity.esn) : QString();
     if (!row.identity.meid.isEmpty())
         text += QStringLiteral(" / ") + row.identity.meid;
     return text;
@@ -84,7 +80,7 @@ void BenchTable::lookUpBackup(BenchRow& row) const
 {
     if (!row.esnKnown)
         return;
-    if (const std::optional<KeptBackup> kept = NewestBackup(m_backups, EsnHex(row.identity.esn))) {
+    if (const std::optional<KeptBackup> kept = NewestBackup(m_backups, tessaly::link::EsnHex(row.identity.esn))) {
         row.backupPath = kept->path;
         row.backupTime = kept->time;
     }
@@ -169,7 +165,7 @@ void BenchTable::finished(int row, const BenchOutcome& outcome)
     }
     if (!outcome.backupPath.isEmpty()) {
         bench.backupPath = outcome.backupPath;
-        if (const std::optional<KeptBackup> kept = NewestBackup(m_backups, EsnHex(bench.identity.esn));
+        if (const std::optional<KeptBackup> kept = NewestBackup(m_backups, tessaly::link::EsnHex(bench.identity.esn));
             kept && kept->path == outcome.backupPath)
             bench.backupTime = kept->time;
         else

@@ -11,6 +11,7 @@
 #include "LogSource.h"
 
 #include "link/FrameCodec.h"
+#include "link/IdentityText.h"
 #include "model/FileNvMemory.h"
 
 #include <fcntl.h>
@@ -74,14 +75,6 @@ Terminal OpenTerminal(QString& problem)
     return terminal;
 }
 
-QString Hex(const model::NvData& data, int bytes)
-{
-    QString text;
-    for (int i = bytes - 1; i >= 0; --i) // kept little-endian
-        text += QStringLiteral("%1").arg(data[size_t(i)], 2, 16, QLatin1Char('0')).toUpper();
-    return text;
-}
-
 } // namespace
 
 struct ServedHandset::Private {
@@ -132,9 +125,9 @@ ServedHandset::Private::Private(const QString& state, const model::NvImage& fact
         files.garbleWritesTo(options.garbledFile);
     model::NvData data{};
     memory.read({model::EsnItem, -1}, data);
-    esn = Hex(data, 4);
+    esn = link::EsnHex(data);
     if (profile.hasMeid && memory.read({model::MeidItem, -1}, data) == model::NvStatus::Done)
-        meid = Hex(data, 7);
+        meid = link::MeidHex(data);
 }
 
 void ServedHandset::Private::answer(const QByteArray& request, int number)

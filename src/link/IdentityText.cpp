@@ -23,6 +23,11 @@ QString EsnHex(const model::NvData& data)
     return IdentityHex(data, 4);
 }
 
+QString EsnHex(uint32_t esn)
+{
+    return QStringLiteral("%1").arg(esn, 8, 16, QLatin1Char('0')).toUpper();
+}
+
 QString MeidHex(const model::NvData& data)
 {
     return IdentityHex(data, 7);

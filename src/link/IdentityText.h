@@ -12,6 +12,8 @@
 namespace tessaly::link {
 
 QString EsnHex(const model::NvData& data);
+// The ESN as a handset's ESN reply gives it, written the same way.
+QString EsnHex(uint32_t esn);
 QString MeidHex(const model::NvData& data);
 
 } // namespace tessaly::link

@@ -3,6 +3,8 @@
 
 #include "link/PortReport.h"
 
+#include "link/IdentityText.h"
+
 #include <QJsonObject>
 #include <QStringList>
 
@@ -22,11 +24,6 @@ QString HoldersText(const std::vector<PortHolder>& holders)
         names << QStringLiteral("%1 (pid %2)").arg(holder.program.isEmpty() ? QStringLiteral("a program") : holder.program)
                      .arg(holder.pid);
     return QStringLiteral("held by ") + names.join(QStringLiteral(", "));
-}
-
-QString EsnText(uint32_t esn)
-{
-    return QStringLiteral("%1").arg(esn, 8, 16, QLatin1Char('0')).toUpper();
 }
 
 } // namespace
@@ -80,7 +77,7 @@ QString PortLine(const ListedPort& listed)
             if (!handset->softwareVersion.isEmpty())
                 found += QStringLiteral(", software %1").arg(handset->softwareVersion);
             if (const auto& esn = listed.probe->esn)
-                found += QStringLiteral(", ESN %1").arg(EsnText(*esn));
+                found += QStringLiteral(", ESN %1").arg(EsnHex(*esn));
             parts << found;
         } else {
             parts << listed.probe->failure;
@@ -136,7 +133,7 @@ QJsonArray PortsJson(const std::vector<ListedPort>& ports)
             if (const auto& handset = listed.probe->handset) {
                 probe[QStringLiteral("model")] = handset->model;
                 probe[QStringLiteral("softwareVersion")] = handset->softwareVersion;
-                probe[QStringLiteral("esn")] = listed.probe->esn ? QJsonValue(EsnText(*listed.probe->esn)) : QJsonValue::Null;
+                probe[QStringLiteral("esn")] = listed.probe->esn ? QJsonValue(EsnHex(*listed.probe->esn)) : QJsonValue::Null;
             } else {
                 probe[QStringLiteral("failure")] = listed.probe->failure;
             }
