@@ -9,25 +9,21 @@
 
 #include <tessaly/Tessaly.h>
 
-#include <QDir>
-
 #include <cstdio>
 
 namespace halvane {
 
 using namespace tessaly;
 
-QString NewestFullBackup(const QString& folder, const QString& esn)
+std::optional<link::Backup> NewestFullBackup(const QString& folder, const QString& esn)
 {
-    // "<ESN>-<yyyyMMdd-HHmmss>-full.json", or "-full-2.json" for a second one
-    // of the same second: the names sort by time.
-    QStringList names = QDir(folder).entryList({esn + QStringLiteral("-*-full*.json")}, QDir::Files, QDir::Name);
-    for (auto name = names.crbegin(); name != names.crend(); ++name) {
-        const QString path = QDir(folder).filePath(*name);
+    for (const link::KeptBackup& kept : link::KeptBackups(folder, esn)) {
+        if (!kept.full)
+            continue;
         try {
-            const link::Backup backup = link::Backup::Load(path);
+            link::Backup backup = link::Backup::Load(kept.path);
             if (backup.full && backup.esn.compare(esn, Qt::CaseInsensitive) == 0)
-                return path;
+                return backup;
         } catch (const TessalyError& error) {
             std::fprintf(stderr, "halvane: %s\n", qPrintable(error.description())); // the next older, then
         }
@@ -51,10 +47,9 @@ std::unique_ptr<model::ItemsPage> AddNvItemsPage(Tessaly& panel, Handset& handse
         const auto esnItem = read.find({model::EsnItem, -1});
         const QString esn = esnItem == read.end() ? QString() : link::EsnHex(esnItem->second);
         const QString folder = link::BackupFolder();
-        if (const QString path = esn.isEmpty() ? QString() : NewestFullBackup(folder, esn); !path.isEmpty()) {
-            link::Backup backup = link::Backup::Load(path);
-            progress(backup.items.size(), backup.items.size());
-            return std::move(backup.items);
+        if (std::optional<link::Backup> backup = esn.isEmpty() ? std::nullopt : NewestFullBackup(folder, esn)) {
+            progress(backup->items.size(), backup->items.size());
+            return std::move(backup->items);
         }
         link::ItemScan scan(line, inFlight, replyTime);
         scan.setProgress([&](const link::ScanProgress& at) { progress(at.done, at.total); });

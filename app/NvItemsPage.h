@@ -12,9 +12,11 @@
 #include "Handset.h"
 #include "Options.h"
 
+#include "link/Backup.h"
 #include "model/ItemsPage.h"
 
 #include <memory>
+#include <optional>
 
 class Tessaly;
 
@@ -24,7 +26,7 @@ namespace halvane {
 std::unique_ptr<tessaly::model::ItemsPage> AddNvItemsPage(Tessaly& panel, Handset& handset, const Options& options);
 
 // The newest full backup in `folder` taken of the handset with this ESN that
-// can be read, by the time in its name; an empty path when there is none.
-QString NewestFullBackup(const QString& folder, const QString& esn);
+// can be read, by the time in its name; nothing when there is none.
+std::optional<tessaly::link::Backup> NewestFullBackup(const QString& folder, const QString& esn);
 
 } // namespace halvane

@@ -8,7 +8,7 @@
 #include "bench/BenchTable.h"
 #include "bench/BenchWindow.h"
 #include "bench/DeviceWatch.h"
-#include "bench/LastBackup.h"
+#include "link/Backup.h"
 #include "support/FakeSystem.h"
 #include "support/Programs.h"
 #include "support/PseudoTerminal.h"
@@ -216,11 +216,11 @@ TEST_F(BenchWindowTest, NewestBackupIsTheLatestOfThatHandsetByItsName)
         QFile file(QDir(backups()).filePath(QLatin1String(name)));
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     }
-    const std::optional<KeptBackup> newest = NewestBackup(backups(), QStringLiteral("8F3A21C4"));
-    ASSERT_TRUE(newest);
-    EXPECT_EQ(QFileInfo(newest->path).fileName(), "8F3A21C4-20240502-080000-full-2.json");
-    EXPECT_EQ(newest->time, QDateTime(QDate(2024, 5, 2), QTime(8, 0)));
-    EXPECT_FALSE(NewestBackup(backups(), QStringLiteral("22222222")));
+    const std::vector<tessaly::link::KeptBackup> kept = tessaly::link::KeptBackups(backups(), QStringLiteral("8F3A21C4"));
+    ASSERT_FALSE(kept.empty());
+    EXPECT_EQ(QFileInfo(kept.front().path).fileName(), "8F3A21C4-20240502-080000-full-2.json");
+    EXPECT_EQ(kept.front().time, QDateTime(QDate(2024, 5, 2), QTime(8, 0)));
+    EXPECT_TRUE(tessaly::link::KeptBackups(backups(), QStringLiteral("22222222")).empty());
 }
 
 TEST_F(BenchWindowTest, KeyboardReachesEveryRowAndButtonAndEnterOpensTheCurrentHandset)

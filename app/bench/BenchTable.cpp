@@ -3,8 +3,7 @@
 
 #include "BenchTable.h"
 
-#include "LastBackup.h"
-
+#include "link/Backup.h"
 #include "link/IdentityText.h"
 
 #include <QDir>
@@ -80,9 +79,11 @@ void BenchTable::lookUpBackup(BenchRow& row) const
 {
     if (!row.esnKnown)
         return;
-    if (const std::optional<KeptBackup> kept = NewestBackup(m_backups, tessaly::link::EsnHex(row.identity.esn))) {
-        row.backupPath = kept->path;
-        row.backupTime = kept->time;
+    const std::vector<tessaly::link::KeptBackup> kept
+        = tessaly::link::KeptBackups(m_backups, tessaly::link::EsnHex(row.identity.esn));
+    if (!kept.empty()) {
+        row.backupPath = kept.front().path;
+        row.backupTime = kept.front().time;
     }
 }
 
@@ -165,11 +166,10 @@ void BenchTable::finished(int row, const BenchOutcome& outcome)
     }
     if (!outcome.backupPath.isEmpty()) {
         bench.backupPath = outcome.backupPath;
-        if (const std::optional<KeptBackup> kept = NewestBackup(m_backups, tessaly::link::EsnHex(bench.identity.esn));
-            kept && kept->path == outcome.backupPath)
-            bench.backupTime = kept->time;
-        else
-            bench.backupTime = QDateTime::currentDateTime();
+        const std::vector<tessaly::link::KeptBackup> kept
+            = tessaly::link::KeptBackups(m_backups, tessaly::link::EsnHex(bench.identity.esn));
+        bench.backupTime = !kept.empty() && kept.front().path == outcome.backupPath ? kept.front().time
+                                                                                    : QDateTime::currentDateTime();
     }
     changedRow(row);
 }

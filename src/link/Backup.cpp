@@ -12,7 +12,10 @@
 
 #include <QDir>
 #include <QFile>
+#include <QRegularExpression>
 #include <QStandardPaths>
+
+#include <algorithm>
 
 namespace tessaly::link {
 
@@ -24,6 +27,28 @@ using model::NvStatus;
 QString BackupFolder()
 {
     return QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) + QStringLiteral("/backups");
+}
+
+std::vector<KeptBackup> KeptBackups(const QString& folder, const QString& esn)
+{
+    // "<ESN>-<yyyyMMdd-HHmmss>[-full][-<n>].json", n from 2 for a name whose
+    // second was taken.
+    static const QRegularExpression name(
+        QStringLiteral("^([0-9A-F]{8})-(\\d{8}-\\d{6})(-full)?(?:-(\\d+))?\\.json$"));
+    std::vector<std::pair<KeptBackup, int>> kept;
+    for (const QString& file : QDir(folder).entryList({esn + QStringLiteral("-*.json")}, QDir::Files)) {
+        const QRegularExpressionMatch match = name.match(file);
+        const QDateTime time = QDateTime::fromString(match.captured(2), QStringLiteral("yyyyMMdd-HHmmss"));
+        if (match.hasMatch() && match.captured(1) == esn && time.isValid())
+            kept.push_back({{QDir(folder).filePath(file), time, match.hasCaptured(3)}, match.captured(4).toInt()});
+    }
+    std::sort(kept.begin(), kept.end(), [](const auto& a, const auto& b) {
+        return a.first.time != b.first.time ? a.first.time > b.first.time : a.second > b.second;
+    });
+    std::vector<KeptBackup> newestFirst;
+    for (auto& [backup, number] : kept)
+        newestFirst.push_back(std::move(backup));
+    return newestFirst;
 }
 
 QString Backup::save(const QString& folder) const

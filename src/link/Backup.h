@@ -43,4 +43,17 @@ struct Backup {
 // The folder of the backups in the user's data folder.
 QString BackupFolder();
 
+// A backup kept in a folder, known by the name Backup::save gave it.
+struct KeptBackup {
+    QString path;
+    QDateTime time; // as its name tells it
+    bool full = false;
+};
+
+// The backups in `folder` of the handset with the ESN `esn` (eight upper-case
+// hexadecimal digits), newest first by the time in their names; of two saved
+// in the same second, the one saved last first. Files of other names are
+// passed over; none is read.
+std::vector<KeptBackup> KeptBackups(const QString& folder, const QString& esn);
+
 } // namespace tessaly::link
