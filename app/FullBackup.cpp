@@ -4,7 +4,10 @@
 #include "FullBackup.h"
 
 #include "link/EfsTreeRead.h"
+#include "link/ErrorNumbers.h"
 #include "link/ItemScan.h"
+
+#include <tessaly/TessalyError.h>
 
 #include <QElapsedTimer>
 
@@ -123,7 +126,7 @@ FullBackupTaken TakeFullBackup(const Options& options, link::SerialLink& line, c
     return taken;
 }
 
-int SaveFullBackup(const Options& options, Handset& handset)
+int SaveFullBackup(const Options& options)
 {
     ProgressLine line;
     FullBackupProgress progress;
@@ -132,7 +135,8 @@ int SaveFullBackup(const Options& options, Handset& handset)
         progress.files = [&line](size_t files, qint64 bytes) { line.showFiles(files, bytes); };
     }
     try {
-        const FullBackupTaken taken = TakeFullBackup(options, *handset.line, progress);
+        link::SerialLink serial(options.port, options.replyTime);
+        const FullBackupTaken taken = TakeFullBackup(options, serial, progress);
         line.end();
         std::printf("%s\n", qPrintable(taken.path));
         for (const QString& gap : taken.gaps)

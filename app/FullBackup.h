@@ -5,9 +5,10 @@
 // backup with the handset's file system, with its progress on a terminal.
 #pragma once
 
-#include "Handset.h"
+#include "Options.h"
 
 #include "link/ItemScan.h"
+#include "link/SerialLink.h"
 
 #include <QStringList>
 
@@ -35,13 +36,14 @@ struct FullBackupProgress {
 FullBackupTaken TakeFullBackup(const Options& options, tessaly::link::SerialLink& line,
                                const FullBackupProgress& progress);
 
-// Scans the real handset's items as the options say, then walks its file
+// Opens the handset on --port (no panel is made), scans its items as the
+// options say, then walks its file
 // system unless --no-files, saves the full backup and prints its path, each
 // gap (an item kept as busy or with a status of a fault, an item or a file
 // not read) and a summary line on standard output; on a terminal, standard
 // error shows one line of progress that rewrites itself. Gives the exit
 // status: 0 when the whole range was read and kept and no item stayed busy,
 // items and files the handset refused to give told and counted.
-int SaveFullBackup(const Options& options, Handset& handset);
+int SaveFullBackup(const Options& options);
 
 } // namespace halvane

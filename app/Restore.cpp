@@ -7,6 +7,8 @@
 #include "link/Restore.h"
 #include "link/EfsRestore.h"
 
+#include <tessaly/TessalyError.h>
+
 #include <cstdio>
 
 namespace halvane {
@@ -60,9 +62,13 @@ bool RestoreItemsAndFiles(const Options& options, const link::Backup& backup, li
     return whole;
 }
 
-int RestoreFromBackup(const Options& options, Handset& handset)
+int RestoreFromBackup(const Options& options)
 {
     try {
+        link::SerialLink line(options.port, options.replyTime);
+        const QString spc = options.spc;
+        link::LiveNvMemory memory(line, [spc] { return spc; });
+        memory.setBackupFolder(link::BackupFolder()); // what the handset held is kept first
         link::Backup backup;
         try {
             backup = link::Backup::Load(options.restoreBackup);
@@ -72,7 +78,7 @@ int RestoreFromBackup(const Options& options, Handset& handset)
         for (const QString& stream : backup.passedOver)
             std::fprintf(stderr, "halvane: %s is passed over: halvane does not know what it holds\n",
                          qPrintable(stream));
-        const bool whole = RestoreItemsAndFiles(options, backup, *handset.line, *handset.live, Tell);
+        const bool whole = RestoreItemsAndFiles(options, backup, line, memory, Tell);
         return whole && backup.passedOver.isEmpty() ? 0 : 1;
     } catch (const TessalyError& error) {
         std::fprintf(stderr, "halvane: %s\n", qPrintable(error.description()));

@@ -4,9 +4,11 @@
 // halvane --restore-backup: a backup written back to its own handset.
 #pragma once
 
-#include "Handset.h"
+#include "Options.h"
 
 #include "link/Backup.h"
+#include "link/LiveNvMemory.h"
+#include "link/SerialLink.h"
 
 #include <functional>
 
@@ -22,12 +24,12 @@ bool RestoreItemsAndFiles(const Options& options, const tessaly::link::Backup& b
                           tessaly::link::LiveNvMemory& memory, const std::function<void(const QString&)>& tell);
 
 // Writes the backup --restore-backup names, an NV file or an XQCN file, to
-// the real handset: its items, then its files, printing each one's outcome on
+// the handset on --port (no panel is made; the SPC is --spc's): its items, then its files, printing each one's outcome on
 // standard output as it happens and any fault on standard error. Items the
 // catalogue does not know, and files the handset does not have, are written
 // only with --all-items. A part of an XQCN file that halvane does not know is
 // named. Gives the exit status: 0 when every item and file that was to be
 // written was and nothing was passed over.
-int RestoreFromBackup(const Options& options, Handset& handset);
+int RestoreFromBackup(const Options& options);
 
 } // namespace halvane

@@ -134,6 +134,10 @@ int main(int argc, char** argv)
     case halvane::Options::FileWork::Put: return halvane::PutFile(options);
     case halvane::Options::FileWork::None: break;
     }
+    if (!options.restoreBackup.isEmpty())
+        return halvane::RestoreFromBackup(options);
+    if (options.read && options.allItems)
+        return halvane::SaveFullBackup(options);
 
     // The panel draws its own title bar: the window has no other.
     QWidget window(nullptr, Qt::FramelessWindowHint);
@@ -143,10 +147,6 @@ int main(int argc, char** argv)
     const std::unique_ptr<halvane::Handset> handset = halvane::OpenHandset(options, panel, unattended, failure);
     if (!handset)
         return fail(failure);
-    if (!options.restoreBackup.isEmpty())
-        return halvane::RestoreFromBackup(options, *handset);
-    if (options.read && options.allItems)
-        return halvane::SaveFullBackup(options, *handset);
     if (options.read)
         return halvane::ReadToBackup(*handset);
 

@@ -173,8 +173,9 @@ TEST_F(HalvaneTest, WriteThatReadsBackDifferentStopsTheRestoreAndEveryOutcomeIsT
 TEST_F(HalvaneTest, LineDyingMidRestoreTellsEveryOutcome)
 {
     const auto reads = qsizetype(Catalogue::BuiltIn().addresses().size());
-    // Each run asks four questions of the handset's identity before its read.
-    const QString port = start({"--dead-after", QString::number(2 * (reads + 4) + 2)});
+    // The read asks four questions of the handset's identity before its
+    // items; the restore reads the items, then writes and reads back one.
+    const QString port = start({"--dead-after", QString::number((reads + 4) + reads + 2)});
     ASSERT_EQ(halvane({"--port", port, "--read"}).status, 0);
     const QString backup = changedBackup(backups()[0], ChangeNamNameThenMdn);
     const Outcome run = halvane({"--port", port, "--restore-backup", backup, "--reply-time", "100"});

@@ -12,6 +12,8 @@
 #include "model/Catalogue.h"
 #include "model/ErrorNumbers.h"
 
+#include <tessaly/TessalyError.h>
+
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFileInfo>
